@@ -1,0 +1,3 @@
+#include "core/mod_of_grobal_var.h"
+
+Shared shared;

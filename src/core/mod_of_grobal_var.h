@@ -1,0 +1,106 @@
+#pragma once
+
+#include "platform/FileSystemObject.h"
+#include "platform/numbers.h"
+
+#include <QString>
+
+#include <array>
+#include <memory>
+
+class cIDV3;
+class DetailFields;
+
+/// A drive seen at start. `kind`: 1 removable, 2 CD, 4 any other local drive.
+struct DriveEntry
+{
+    i16 kind = 0;
+    i16 in_use = 0;
+    QString letter; ///< without colon
+    i16 ready = 0;  ///< 1 if the drive was ready at start
+};
+
+/// A file chosen for the disc.
+struct FinalListEntry
+{
+    i16 in_use = 0;    ///< 1 used, 0 free; a freed slot keeps its other fields
+    i16 kind = 0;      ///< 0 neither, 1 a FIF name, 2 convertible from the tag
+    i16 convert = 0;   ///< 1 when the batch conversion is to rename it
+    QString name;
+    QString folder;    ///< with trailing backslash
+    QString full_path; ///< folder and name
+    i32 size = 0;      ///< bytes
+    QString type_text;
+    QString date_text;
+};
+
+/// Where the user acted last in the main window.
+enum FocusPane : i16 {
+    pane_none = 0,
+    pane_tree = 1,
+    pane_list = 2,
+    pane_artist = 3,
+    pane_filename = 4,
+    pane_title = 5,
+    pane_genre = 6,
+    pane_player_title = 7,
+};
+
+/// All state that more than one form or module needs. `shared = {}` is a fresh run.
+struct Shared
+{
+    FileSystemObject fso;
+    i16 language_id = 0; ///< 1 English, 2 Korean, 3 German
+
+    QString fif_artist; ///< results of the last parse, overwritten by each
+    QString fif_title;
+    QString fif_genre;
+
+    QString burn_program_path;
+    i16 fif_type = 0;   ///< shape of new names, 1 to 6; odd shapes carry a genre
+    i16 genre_type = 0; ///< how a genre is entered: 1 list, 2 free text
+    i16 vol_type = 0;   ///< volume, 0 to 100
+
+    QString current_folder;    ///< the folder shown, with trailing backslash
+    QString selected_mp3_name; ///< name of the selected file
+    QString selected_mp3_full; ///< current_folder and selected_mp3_name joined
+    QString selected_mp3_path; ///< full path of the selected file, the one that the player takes
+    QString edit_folder;       ///< folder of the file handed to a dialog
+    QString edit_file_name;    ///< name of the file handed to a dialog
+
+    i16 is_playing = 0; ///< 1 while the player is playing
+    QString playing_mp3_path;
+    i16 is_muted = 0;
+
+    i16 list_drag_active = 0; ///< 1 if the last mouse press hit a row
+    i16 last_open_node_index = 0; ///< tree node that shows the open folder, -1 for none
+    std::array<i16, 3> main_sort_toggles{};
+    std::array<i16, 2> fif_sort_toggles{};
+    std::array<i16, 2> impossible_sort_toggles{};
+    std::array<i16, 3> possible_sort_toggles{};
+    i16 focus_pane = pane_none;
+    i16 copy_source_kind = 0; ///< clipboard of the Edit menu: 0 nothing, 1 a folder, 2 files
+    i16 enter_saves = 0;      ///< 1 while the Enter key is to save
+
+    std::array<DriveEntry, 21> drive_table{}; ///< slots 0 to 19 are used
+    i32 cd_capacity_mb = 0;
+
+    std::array<FinalListEntry, 1001> final_list{}; ///< slots 0 to 999 are used
+    i32 final_list_count = 0;
+    i32 final_list_bytes = 0;
+
+    QString tree_node_path;  ///< key of the current tree node
+    QString tree_parent_key; ///< key of its parent
+
+    i32 folder_mp3_mb = 0; ///< running total of whole megabytes of the listed files
+    i16 folder_mp3_count = 0;
+
+    i16 min_form_width = 0; ///< size of the main form at start, in twips
+    i16 min_form_height = 0;
+
+    std::shared_ptr<cIDV3> id3_object;    ///< made by id3() at its first use
+    i16 file_number_1_open = 0;           ///< 1 once a short file has left file number 1 open
+    DetailFields* detail_fields = nullptr; ///< the main window's six fields; nullptr while there is no window
+};
+
+extern Shared shared;

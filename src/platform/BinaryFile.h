@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <span>
+
+/// A regular file opened for positioned reads, or for reads and writes. Closed when it goes.
+class BinaryFile
+{
+public:
+    enum class Access { read, write };
+
+    /// Opens the regular file (through links) at the program's path `path`; never creates, never waits. A file whose
+    /// owner may not write is read-only for everybody.
+    BinaryFile(const QString& path, Access access);
+    ~BinaryFile();
+    BinaryFile(const BinaryFile&) = delete;
+    BinaryFile& operator=(const BinaryFile&) = delete;
+
+    bool is_open() const { return descriptor_ >= 0; }
+    /// Bytes that the file had when it was opened.
+    qint64 length() const { return length_; }
+    /// Reads up to `bytes.size()` bytes from `offset` on; gives how many came, less at the end of the file or after
+    /// an error. A negative offset reads nothing.
+    qint64 read_at(qint64 offset, std::span<char> bytes) const;
+    /// Writes all bytes at `offset`; gives whether all of them were written. A negative offset writes nothing.
+    bool write_at(qint64 offset, std::span<const char> bytes) const;
+
+private:
+    int descriptor_ = -1;
+    qint64 length_ = 0;
+};

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+// Per-user texts by application, section and key.
+
+/// The stored text, or `default_value` where there is none or the store can't be read.
+QString GetSetting(const QString& application, const QString& section, const QString& key,
+                   const QString& default_value);
+
+/// Stores a text. A store that can't be written is passed over in silence.
+void SaveSetting(const QString& application, const QString& section, const QString& key, const QString& value);
