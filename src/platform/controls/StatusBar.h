@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QLabel>
+#include <QWidget>
+
+#include <vector>
+
+/// A status bar of panels side by side, each with an index from 1 and a width in twips; the last takes what is left.
+class StatusBar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `widths` in twips, one for each panel.
+    explicit StatusBar(const std::vector<int>& widths, QWidget* parent = nullptr);
+
+    QString panel_text(int index) const;
+    void set_panel_text(int index, const QString& text);
+    int panel_width(int index) const;
+    void set_panel_width(int index, int twips);
+
+Q_SIGNALS:
+    void MouseMove();
+
+protected:
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void place_panels();
+
+    std::vector<QLabel*> panels_;
+    std::vector<int> widths_;
+};

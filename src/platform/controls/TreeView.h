@@ -1,0 +1,96 @@
+#pragma once
+
+#include "platform/controls/ImageList.h"
+#include "platform/numbers.h"
+
+#include <QString>
+#include <QTreeView>
+
+#include <memory>
+#include <vector>
+
+class TreeModel;
+
+/// A node of a tree. Owned by its tree.
+class TreeNode
+{
+public:
+    const QString& Key() const { return key_; }
+    const QString& Text() const { return text_; }
+    const QString& Image() const { return image_; } ///< key in the tree's images
+    TreeNode* Parent() const { return parent_; }    ///< nullptr for a root
+    /// The children in the order shown.
+    const std::vector<std::unique_ptr<TreeNode>>& children() const { return children_; }
+    bool Sorted() const { return sorted_; }
+
+private:
+    friend class TreeModel;
+    QString key_;
+    QString text_;
+    QString image_;
+    TreeNode* parent_ = nullptr;
+    std::vector<std::unique_ptr<TreeNode>> children_;
+    bool sorted_ = false;
+    int serial_ = 0;          ///< order of adding
+    mutable int row_ = 0;     ///< place among the siblings, valid while the parent's rows are numbered
+    mutable bool rows_numbered_ = true;
+};
+
+/// A tree whose nodes are found by key and by an index from 1 in the order of adding; the indexes close up when a node goes.
+/// Made for a hundred thousand nodes. Nothing that code does raises an event, but for set_Expanded, which raises Expand.
+class TreeView : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    explicit TreeView(QWidget* parent = nullptr);
+    ~TreeView() override;
+
+    void set_images(const ImageList& images);
+
+    /// Adds a node as last child of `parent` (nullptr: as root), or at its place by text when the parent is Sorted.
+    /// Raises "Key is not unique in collection".
+    TreeNode* Add(TreeNode* parent, const QString& key, const QString& text, const QString& image);
+    /// Removes the node with this index and all below it. Raises "Subscript out of range".
+    void Remove(int index);
+    int Count() const;
+    /// The node with an index from 1; raises "Subscript out of range".
+    TreeNode* Item(int index) const;
+    /// The node with a key; nullptr for none.
+    TreeNode* Item(const QString& key) const;
+    int Index(const TreeNode* node) const;
+
+    void set_Key(TreeNode* node, const QString& key); ///< raises "Key is not unique in collection"
+    void set_Text(TreeNode* node, const QString& text);
+    void set_Image(TreeNode* node, const QString& image);
+    /// Sorts the children by text, case ignored, and keeps later children sorted as well.
+    void set_Sorted(TreeNode* node);
+    bool Expanded(const TreeNode* node) const;
+    void set_Expanded(TreeNode* node, bool expanded);
+    /// The selected node; nullptr for none.
+    TreeNode* SelectedItem() const;
+    void set_Selected(TreeNode* node);
+    /// The node under a point of this widget's viewport, nullptr for none.
+    TreeNode* HitTest(QPoint point) const;
+    QRect node_rect(const TreeNode* node) const;
+
+Q_SIGNALS:
+    void NodeClick(TreeNode* node); ///< a person chose a node by mouse or key; also when it was the selected one
+    void Expand(TreeNode* node);
+    void Collapse(TreeNode* node);
+    void MouseDown(i16 button, QPoint point);
+    void MouseMove(i16 buttons, QPoint point);
+    void MouseUp(i16 button, QPoint point);
+    void ContextKey();              ///< the menu key
+    void GotFocus();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+private:
+    std::unique_ptr<TreeModel> model_;
+};

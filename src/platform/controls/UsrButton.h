@@ -1,0 +1,67 @@
+#pragma once
+
+#include "platform/controls/Picture.h"
+#include "platform/numbers.h"
+
+#include <QAbstractButton>
+
+/// The one button of all forms: it shows one of three pictures. It never lights itself under the mouse: the forms tell it
+/// by SetMoveImg and DelMoveImg. A press that slides off and ends elsewhere leaves the pressed picture until the next
+/// event that changes it.
+class UsrButton : public QAbstractButton
+{
+    Q_OBJECT
+
+public:
+    explicit UsrButton(QWidget* parent = nullptr);
+
+    const Picture& PictureUp() const { return up_; }
+    void set_PictureUp(const Picture& picture); ///< also gives the button its size
+    const Picture& PictureDn() const { return down_; }
+    void set_PictureDn(const Picture& picture);
+    const Picture& PictureMove() const { return move_; }
+    void set_PictureMove(const Picture& picture);
+    /// The three faces of a caption or of a sign at once.
+    void set_faces(const Picture& up, const Picture& down, const Picture& move);
+
+    void SetMoveImg(); ///< shows the mouse-over picture
+    void DelMoveImg(); ///< shows the picture at rest
+
+    /// The picture shown now.
+    enum class Shown { up, down, move };
+    Shown shown() const { return shown_; }
+
+    QSize sizeHint() const override;
+
+Q_SIGNALS:
+    /// The pressed picture stays until all handlers have returned.
+    void Click();
+    void DblClick();
+    void MouseDown(i16 button, i16 shift, float x, float y);
+    void MouseMove(i16 button, i16 shift, float x, float y);
+    void MouseUp(i16 button, i16 shift, float x, float y);
+    void GotFocus();
+    void LostFocus();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void show_picture(Shown which);
+    void run_click();
+
+    Picture up_;
+    Picture down_;
+    Picture move_;
+    Shown shown_ = Shown::up;
+};
