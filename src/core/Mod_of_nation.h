@@ -5,7 +5,8 @@
 #include <QString>
 
 /// Codes of the complete messages.
-enum MessageCode : i16 {
+enum MessageCode : i16
+{
     msg_artist_too_long = 1,
     msg_select_mp3 = 2,
     msg_cd_not_selectable = 3,
@@ -20,7 +21,8 @@ enum MessageCode : i16 {
 };
 
 /// Codes of the messages that are joined to a name.
-enum NameMessageCode : i16 {
+enum NameMessageCode : i16
+{
     msg_name_too_long = 101,
     msg_is_playing = 102,
     msg_already_selected = 103,

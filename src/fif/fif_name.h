@@ -6,6 +6,7 @@
 #include <QStringView>
 
 // The FIF format itself: what a name holds, and how a name is built. No file is touched and nothing is shown.
+// A character is one UTF-16 unit; lengths of names are bytes of the code page.
 
 /// The three fields of a FIF name; the genre is empty in a two-field name.
 struct FifFields
@@ -27,9 +28,13 @@ struct FifParse
 };
 
 /// The pair of delimiters of a bracket form.
-enum BracketKind : i16 { square_brackets = 1, round_brackets = 2 };
+enum BracketKind : i16
+{
+    square_brackets = 1,
+    round_brackets = 2
+};
 
-/// Parses a stem (a name without its extension) as a bracket form.
+/// Parses a stem (a name without its extension) as a bracket form. A kind other than the two has no names.
 FifParse parse_brackets(QStringView stem, i16 bracket_kind);
 
 /// Parses a stem as a dash form.
@@ -38,8 +43,8 @@ FifParse parse_dashes(QStringView stem);
 /// A name without its last four characters, whatever they are; empty for a name shorter than four characters.
 QString stem_of(const QString& file_name);
 
-/// `text` without what can't stand in a field of the shape `fif_type`: the nine characters that no file name holds,
-/// and the delimiters of the shape.
+/// `text` without what can't stand in a field of the current `fif_type`: the nine characters that no file name holds,
+/// and the delimiters of the shape; all delimiters for a shape outside 1 to 6.
 QString Clean_fif_field(const QString& text);
 
 /// `text` without the nine characters that no file name holds.
@@ -49,7 +54,13 @@ QString Clean_file_name(const QString& text);
 QString trimmed_and_cleaned(const QString& text);
 
 /// Why no name could be made.
-enum class ComposeFailure { none, empty_field, too_long };
+enum class ComposeFailure
+{
+    none,
+    empty_field,
+    unknown_shape,
+    too_long
+};
 
 /// A composed name, or an empty one and the reason.
 struct ComposedName
@@ -58,8 +69,10 @@ struct ComposedName
     ComposeFailure failure = ComposeFailure::none;
 };
 
-/// The name of the shape `fif_type` (1 to 6) for trimmed and cleaned fields, within 64 bytes: the title alone is cut.
+/// The name of the shape `fif_type` for trimmed and cleaned fields, within 64 bytes: the title alone is cut. A shape
+/// outside 1 to 6 has no names.
 ComposedName compose_name(i16 fif_type, const QString& artist, const QString& title, const QString& genre);
 
-/// The first characters of a title: gathered one by one until they take `room` - 1 bytes or more, at most `room`.
+/// The first characters of a title: gathered one by one until they take `room` - 1 bytes or more, at most `room`. A
+/// surrogate pair is never left in half.
 QString cut_title(const QString& title, int room);

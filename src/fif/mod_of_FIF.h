@@ -8,7 +8,11 @@
 #include <functional>
 
 /// Where a parser's fields go.
-enum ShowMode : i16 { into_results = 0, into_fields = 1 };
+enum ShowMode : i16
+{
+    into_results = 0,
+    into_fields = 1
+};
 
 /// What a file is: 1 its name is FIF, 2 a FIF name can be made from its tag, 0 neither. `file_name` is a bare name; a
 /// tag is looked for under the current folder. Sets the three result strings, which mean nothing after a 0.

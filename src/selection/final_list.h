@@ -13,7 +13,12 @@
 std::span<FinalListEntry> final_list_slots();
 
 /// Result of add_to_final_list.
-enum AddResult : i16 { list_full = 0, already_listed = 1, added = 2 };
+enum AddResult : i16
+{
+    list_full = 0,
+    already_listed = 1,
+    added = 2
+};
 
 /// Puts a file of the current folder into the lowest free slot. Raises "Overflow", with nothing changed, when the
 /// bytes of all files pass 32 bits.

@@ -1,0 +1,154 @@
+#include "fif/mod_of_FIF.h"
+
+#include "core/Mod_of_nation.h"
+#include "core/mod_of_grobal_var.h"
+#include "fif/Check_korean.h"
+#include "fif/DetailFields.h"
+#include "mp3/cIDV3.h"
+#include "mp3/genre_list.h"
+#include "platform/FileSystemObject.h"
+#include "platform/text.h"
+
+namespace {
+
+void store_in_results(const FifFields& fields)
+{
+    shared.fif_artist = fields.artist;
+    shared.fif_title = fields.title;
+    shared.fif_genre = fields.genre;
+}
+
+void show_texts(DetailFields& view, const FifFields& fields)
+{
+    view.set_txtArtist(fields.artist);
+    view.set_txtTitle(fields.title);
+    view.set_txtGenre(fields.genre);
+}
+
+void show_size(DetailFields& view)
+{
+    view.set_Label_filesize(byte_count_text(shared.selected_mp3_name));
+}
+
+/// The store step of the parsers; gives their result.
+i16 store(const FifParse& parse, i16 show_mode)
+{
+    if (parse.stores && show_mode == into_results)
+        store_in_results(parse.fields);
+    if (parse.stores && show_mode == into_fields && shared.detail_fields != nullptr) {
+        shared.detail_fields->set_txtFilename(shared.selected_mp3_name);
+        show_texts(*shared.detail_fields, parse.fields);
+        show_size(*shared.detail_fields);
+    }
+    return parse.valid ? 1 : 0;
+}
+
+/// The genre of the loaded tag as names spell it.
+QString genre_of_tag()
+{
+    return fif_genre_spelling(id3().GenreText(id3().Genre()));
+}
+
+} // namespace
+
+i16 Parse_fif_brackets(const QString& stem, i16 bracket_kind, i16 show_mode)
+{
+    return store(parse_brackets(stem, bracket_kind), show_mode);
+}
+
+i16 Parse_fif_dashes(const QString& stem, i16 show_mode)
+{
+    return store(parse_dashes(stem), show_mode);
+}
+
+bool parse_fif_stem(const QString& stem, i16 show_mode)
+{
+    return Parse_fif_brackets(stem, square_brackets, show_mode) == 1 ||
+           Parse_fif_brackets(stem, round_brackets, show_mode) == 1 || Parse_fif_dashes(stem, show_mode) == 1;
+}
+
+i16 Check_file_for_fif(const QString& file_name)
+{
+    if (parse_fif_stem(stem_of(file_name), into_results))
+        return 1;
+    // Always the current folder, on purpose, also for a file that lies in another one.
+    if (!id3().load_and_has_tag(shared.current_folder + file_name))
+        return 0;
+    const FifFields fields = {.artist = trimmed_and_cleaned(text_box_text(id3().Artist())),
+                              .title = trimmed_and_cleaned(text_box_text(id3().Title())),
+                              .genre = genre_of_tag()};
+    if (fields.artist.isEmpty() || fields.title.isEmpty())
+        return 0;
+    store_in_results(fields);
+    return 2;
+}
+
+QString Compose_fif_name(const QString& artist, const QString& title, const QString& genre,
+                         const std::function<void()>& report_too_long)
+{
+    const ComposedName composed = compose_name(shared.fif_type, artist, title, genre);
+    if (composed.failure == ComposeFailure::too_long)
+        report_too_long();
+    return composed.name;
+}
+
+void Clear_read_only(const QString& path)
+{
+    errors_ignored([&] {
+        const int attributes = shared.fso.Attributes(path);
+        if (attributes == (FileSystemObject::read_only | FileSystemObject::archive) ||
+            attributes == FileSystemObject::read_only)
+            shared.fso.set_Attributes(path, FileSystemObject::archive);
+    });
+}
+
+void Write_fif_tag(const QString& path, const QString& artist, const QString& title, QString& genre)
+{
+    Clear_read_only(path);
+    id3().set_FileName(path);
+    id3().set_Artist(artist);
+    id3().set_Title(title);
+    genre = id3_genre_spelling(genre);
+    const i16 index = id3().Genre_index(genre);
+    if (index >= 0)
+        id3().set_Genre(index);
+    if (!id3().WriteTag())
+        show_message(msg_tag_write_failed);
+}
+
+i16 Show_fif_info(const QString& file_name)
+{
+    DetailFields* const view = shared.detail_fields;
+    if (view != nullptr)
+        show_texts(*view, {});
+    const bool parsed = parse_fif_stem(stem_of(file_name), into_fields);
+    if (id3().load_and_has_tag(shared.selected_mp3_full) && view != nullptr)
+        id3().FillComboGenre_FIF(view->cboGenre(), view->txtGenre());
+    return parsed ? 1 : 0;
+}
+
+void Show_tag_info()
+{
+    const bool has_tag = id3().load_and_has_tag(shared.selected_mp3_full);
+    DetailFields* const view = shared.detail_fields;
+    if (view == nullptr)
+        return;
+    show_texts(*view, {});
+    if (has_tag) {
+        // Blanks stay, on purpose: the fields show the tag, and whoever makes a name of them trims.
+        show_texts(*view, {.artist = Clean_fif_field(id3().Artist()),
+                           .title = Clean_fif_field(id3().Title()),
+                           .genre = id3().GenreText(id3().Genre())});
+        view->set_txtGenre(fif_genre_spelling(view->txtGenre()));
+        id3().FillComboGenre(view->cboGenre(), id3().Genre());
+    }
+    show_size(*view);
+}
+
+void show_selected_file()
+{
+    if (Check_file_for_fif(shared.selected_mp3_name) == 1)
+        Show_fif_info(shared.selected_mp3_name);
+    else
+        Show_tag_info();
+}
