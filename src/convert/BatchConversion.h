@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/numbers.h"
+
+#include <QString>
+
+class Transport;
+
+/// The work of the batch conversion dialog on the final list, without its window.
+class BatchConversion
+{
+public:
+    /// `transport` outlives it.
+    explicit BatchConversion(Transport& transport) : transport_(transport) {}
+
+    /// The name that a file gets from its tag, empty when none can be made; with `do_rename` 1 the final list and the
+    /// file follow. A file without a tag takes the text of the last file that had one.
+    QString rename_to_fif(const QString& folder, const QString& name, i16 do_rename);
+    /// Rewrites the tags of all listed files whose names are FIF, but for the file in the player.
+    void Update_FIF_id3_tag();
+    /// What the button Change_FIF does to the files: tags of FIF names rewritten, marked changeable files renamed.
+    void Change_FIF();
+
+private:
+    void rename_listed_file(i16 slot);
+
+    Transport& transport_;
+    QString artist_text_; ///< the last tag's text, as text boxes keep it
+    QString title_text_;
+    QString genre_text_;
+};

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+/// What a converter needs of the player: to let go of a file before its rename and to take it up again afterwards.
+class Transport
+{
+public:
+    virtual ~Transport() = default;
+    /// Releases the file that is open in the player: no descriptor of it is open afterwards.
+    virtual void release() = 0;
+    /// Starts `shared.selected_mp3_path`, with `name` as the source of the title.
+    virtual void mp3_play(const QString& name) = 0;
+    /// Stops and resets the time display.
+    virtual void mp3_stop() = 0;
+};
