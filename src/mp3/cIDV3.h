@@ -1,66 +1,45 @@
 #pragma once
 
 #include "mp3/GenreBox.h"
+#include "mp3/TagField.h"
 #include "mp3/mpeg_header.h"
 #include "platform/numbers.h"
 
-#include <QByteArray>
 #include <QString>
 
 #include <array>
 
-/// One text field of a tag: the characters as the program sees them, and the bytes that go to the file. A field that
-/// nobody set keeps the very bytes it was read with.
-class TagField
-{
-public:
-    explicit TagField(int width);
-
-    /// The field filled with blanks.
-    void reset();
-    /// Takes the field's bytes as they stand in a file; `bytes` holds exactly the field's width.
-    void read(QByteArrayView bytes);
-    /// Puts `text` in left-aligned, cut at the width in characters and blank padded.
-    void set(const QString& text);
-    /// The characters without trailing blanks; NUL characters stay.
-    QString text() const;
-    /// Exactly the field's width of bytes.
-    const QByteArray& bytes() const { return bytes_; }
-
-private:
-    int width_;
-    QString text_;
-    QByteArray bytes_;
-};
+class BinaryFile;
 
 /// The program's one reader and writer of MP3 file contents: the ID3v1 tag in a file's last 128 bytes and the facts of
 /// its first MPEG audio frame. It holds one file at a time. Nothing is reported but by results.
+///
+/// Tags go through file number 1, which a failure behind a successful opening (a file shorter than a tag) leaves open
+/// for the rest of the run: from then on no tag is found, written or cleared, on purpose.
 class cIDV3
 {
 public:
-    cIDV3();
-
-    // Facts of the file, valid after set_FileName; see MpegFacts.
-    QString InfoString() const;
-    i32 FileBytes() const;
-    i16 Seconds() const;
-    i16 MpegVersion() const;
-    i16 LayerVersion() const;
-    i16 Kbits() const;
-    i32 FrameLengthInBytes() const;
-    i32 Frames() const;
-    i32 Hz() const;
-    i16 Pad() const;
-    QString Mode() const;
-    QString PrivateBit() const;
-    QString CRCs() const;
-    QString Copyrighted() const;
-    QString Original() const;
-    QString Emphasis() const;
-    i16 Channels() const;
+    // Facts of the file, valid after set_FileName; see HeaderAnalysis.
+    QString InfoString() const { return header_.InfoString(); }
+    i32 FileBytes() const { return header_.facts.FileBytes; }
+    i16 Seconds() const { return header_.facts.Seconds; }
+    i16 MpegVersion() const { return header_.facts.MpegVersion; }
+    i16 LayerVersion() const { return header_.facts.LayerVersion; }
+    i16 Kbits() const { return header_.facts.Kbits; }
+    i32 FrameLengthInBytes() const { return header_.FrameLengthInBytes; }
+    i32 Frames() const { return header_.facts.Frames; }
+    i32 Hz() const { return header_.facts.Hz; }
+    i16 Pad() const { return header_.Pad; }
+    QString Mode() const { return header_.facts.Mode; }
+    QString PrivateBit() const { return header_.facts.PrivateBit; }
+    QString CRCs() const { return header_.facts.CRCs; }
+    QString Copyrighted() const { return header_.facts.Copyrighted; }
+    QString Original() const { return header_.facts.Original; }
+    QString Emphasis() const { return header_.facts.Emphasis; }
+    i16 Channels() const { return header_.facts.Channels; }
 
     /// Resets the object and loads the file's tag and header facts. A file that does not exist leaves FileName empty.
-    void set_FileName(const QString& path);
+    void set_FileName(const QString& path) { load_and_has_tag(path); }
     const QString& FileName() const { return file_name_; }
     /// set_FileName followed at once by HasTag, with a single opening of the file.
     bool load_and_has_tag(const QString& path);
@@ -78,13 +57,13 @@ public:
     /// The genre byte, 0 to 255.
     i16 Genre() const { return genre_; }
     /// Raises "Overflow" for a value that does not fit a byte.
-    void set_Genre(i32 value);
+    void set_Genre(i32 value) { genre_ = checked<std::uint8_t>(value); }
 
     /// Blanks the last 128 bytes of the file but the very last one, whether or not they are a tag. Gives whether it
     /// was done.
     bool ClearTag();
-    /// Whether the file ends in a tag: its last 128 bytes begin with "TAG", case ignored.
-    bool HasTag();
+    /// Whether the file ends in a tag: its last 128 bytes begin with "TAG", case ignored. Asks the disk each time.
+    bool HasTag() const;
     /// Writes the tag over the last 128 bytes of the file, whether or not they are a tag; the file keeps its length.
     /// Gives whether it was done.
     bool WriteTag();
@@ -102,17 +81,19 @@ public:
     QString FillComboGenre_FIF(GenreBox& combo, const QString& text) const;
 
 private:
+    /// The text fields in the order of the file.
+    std::array<TagField*, 5> text_fields() { return {&title_, &artist_, &album_, &year_, &comments_}; }
     void reset_fields();
-    bool load_file();
+    bool load_file(const BinaryFile& file);
 
     QString file_name_;
-    TagField title_;
-    TagField artist_;
-    TagField album_;
-    TagField year_;
-    TagField comments_;
-    std::uint8_t genre_ = 0;
-    MpegFacts facts_;
+    TagField title_{30};
+    TagField artist_{30};
+    TagField album_{30};
+    TagField year_{4};
+    TagField comments_{30};
+    std::uint8_t genre_ = 12;
+    HeaderAnalysis header_;
 };
 
 /// The one shared object, made at its first use and kept to the end of the run.

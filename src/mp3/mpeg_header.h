@@ -5,23 +5,20 @@
 #include <QString>
 
 #include <array>
-#include <functional>
+#include <optional>
 #include <span>
-#include <string>
+#include <string_view>
 
-/// What the first frame header of a file tells. Three fields outlive the file they were read from: FrameLengthInBytes,
-/// Pad and InfoString keep their values until a later analysis gets as far as setting them.
+/// What the first frame header of a file tells.
 struct MpegFacts
 {
-    i32 FileBytes = 0;
-    i16 Seconds = 0;       ///< at the constant bit rate of the first frame
-    i16 MpegVersion = 0;   ///< 1; 2, 25 or 0 only when no frame was found
-    i16 LayerVersion = 0;  ///< 1 to 3, 0 when the header tells none
-    i16 Kbits = 0;         ///< kilobits per second
+    i32 FileBytes = 0;    ///< 0 for a file that 32 bits can't count
+    i16 Seconds = 0;      ///< at the constant bit rate of the first frame
+    i16 MpegVersion = 0;  ///< 1; 2, 25 or 0 only when no frame was found
+    i16 LayerVersion = 0; ///< 1 to 3, 0 when the header tells none
+    i16 Kbits = 0;        ///< kilobits per second
     i32 Frames = 0;
     i32 Hz = 0;
-    i32 FrameLengthInBytes = 0;
-    i16 Pad = 0;           ///< always 0
     QString Mode;
     QString PrivateBit;
     QString CRCs;
@@ -29,21 +26,48 @@ struct MpegFacts
     QString Original;
     QString Emphasis;
     i16 Channels = 0;
-    QString InfoString;    ///< ten lines that list the above
+};
 
-    /// Everything but the three fields that outlive a file goes back to 0 or empty.
-    void reset();
+/// The facts of the file in hand, and three things that outlive it: FrameLengthInBytes, Pad and what InfoString lists
+/// keep their values until a later analysis gets as far as setting them.
+struct HeaderAnalysis
+{
+    MpegFacts facts;
+    i32 FrameLengthInBytes = 0;
+    i16 Pad = 0; ///< always 0
+    std::optional<MpegFacts> listed;
+
+    /// Ten lines that list the facts of the last file whose analysis ran to its end; empty when none did.
+    QString InfoString() const;
 };
 
 /// Bytes at a file's start that an analysis can look at.
 constexpr int analysed_bytes = 5050;
 
-/// Analyses a file of `file_length` bytes of which `start` holds the first `analysed_bytes` (all of a shorter file).
-/// A statement that fails is skipped and its target keeps the value that it had.
-void analyse_header(std::span<const char> start, qint64 file_length, MpegFacts& facts);
+/// Analyses a file of `file_length` bytes of which `start` holds the first `analysed_bytes` (all of a shorter file),
+/// with `analysis.facts` cleared. A statement that fails is skipped and its target keeps the value that it had.
+void analyse_header(std::span<const char> start, qint64 file_length, HeaderAnalysis& analysis);
+
+/// Up to 32 bits as a text of "0" and "1".
+class BitText
+{
+public:
+    void append(char bit) { characters_.at(size_++) = bit; }
+    bool empty() const { return size_ == 0; }
+    std::string_view text() const { return {characters_.data(), size_}; }
+    /// `length` characters from `position` on, counted from 1; fewer or none where the text ends before.
+    std::string_view mid(std::size_t position, std::size_t length) const;
+
+private:
+    std::array<char, 32> characters_{};
+    std::size_t size_ = 0;
+};
+
+/// Four bytes in slots 1 to 4.
+using ByteSlots = std::array<std::uint8_t, 5>;
 
 /// The bits of slots 1 to 4 as text without leading zeros; the slots are left holding zeros.
-std::string byte_to_bit(std::array<std::uint8_t, 5>& bytes);
+BitText byte_to_bit(ByteSlots& bytes);
 
 /// The number that a text of "0" and "1" means; raises "Overflow" beyond 31 bits.
 i32 bin_to_dec(std::string_view text);

@@ -1,0 +1,121 @@
+#include "mp3/cIDV3.h"
+
+#include "core/mod_of_grobal_var.h"
+#include "platform/BinaryFile.h"
+
+#include <QByteArrayView>
+
+#include <array>
+#include <optional>
+#include <span>
+
+namespace {
+
+constexpr int tag_bytes = 128;
+constexpr std::uint8_t genre_other = 12;
+
+using TagBlock = std::array<char, tag_bytes>;
+
+/// Whether file number 1 gives access to `file`: not once it has been left open.
+bool opens_as_number_1(const BinaryFile& file)
+{
+    return shared.file_number_1_open == 0 && file.is_open();
+}
+
+/// The last 128 bytes of `file`, read over file number 1; a file that opens and can't give them leaves it open.
+std::optional<TagBlock> last_block(const BinaryFile& file)
+{
+    if (!opens_as_number_1(file))
+        return std::nullopt;
+    TagBlock block{};
+    if (file.read_at(file.length() - tag_bytes, block) != tag_bytes) {
+        shared.file_number_1_open = 1;
+        return std::nullopt;
+    }
+    return block;
+}
+
+/// Writes `bytes` over the beginning of the file's last 128 bytes, over file number 1; gives whether it was done.
+bool overwrite_last_block(const QString& path, std::span<const char> bytes)
+{
+    const BinaryFile file(path, BinaryFile::Access::write);
+    if (!opens_as_number_1(file))
+        return false;
+    const bool written = file.write_at(file.length() - tag_bytes, bytes);
+    if (!written)
+        shared.file_number_1_open = 1;
+    return written;
+}
+
+bool is_tag(const TagBlock& block)
+{
+    return QByteArrayView(block).first(3).compare("TAG", Qt::CaseInsensitive) == 0;
+}
+
+} // namespace
+
+bool cIDV3::load_and_has_tag(const QString& path)
+{
+    reset_fields();
+    const BinaryFile file(path, BinaryFile::Access::read);
+    // A file that exists and can't be opened keeps its name and is analysed as an empty one.
+    const bool exists = file.is_open() || shared.fso.FileExists(path);
+    file_name_ = exists ? path : QString();
+    return exists && load_file(file);
+}
+
+bool cIDV3::ClearTag()
+{
+    constexpr std::array<char, tag_bytes - 1> nothing{};
+    return overwrite_last_block(file_name_, nothing);
+}
+
+bool cIDV3::HasTag() const
+{
+    const auto block = last_block(BinaryFile(file_name_, BinaryFile::Access::read));
+    return block && is_tag(*block);
+}
+
+bool cIDV3::WriteTag()
+{
+    QByteArray block = "TAG";
+    for (const TagField* field : text_fields())
+        block += field->bytes();
+    block += static_cast<char>(genre_);
+    return overwrite_last_block(file_name_, std::span(block.constData(), static_cast<std::size_t>(block.size())));
+}
+
+void cIDV3::reset_fields()
+{
+    for (TagField* field : text_fields())
+        field->reset();
+    genre_ = genre_other;
+    // On purpose the frame length, Pad and InfoString of the file before stay.
+    header_.facts = {};
+}
+
+/// Loads tag and header facts; gives whether there was a tag.
+bool cIDV3::load_file(const BinaryFile& file)
+{
+    const auto block = last_block(file);
+    const bool tagged = block && is_tag(*block);
+    if (tagged) {
+        QByteArrayView rest = QByteArrayView(*block).sliced(3);
+        for (TagField* field : text_fields()) {
+            field->read(rest.first(field->width()));
+            rest = rest.sliced(field->width());
+        }
+        genre_ = static_cast<std::uint8_t>(rest.front());
+    }
+    std::array<char, analysed_bytes> start{};
+    const auto read = static_cast<std::size_t>(file.read_at(0, start));
+    analyse_header(std::span(start).first(read), file.length(), header_);
+    return tagged;
+}
+
+cIDV3& id3()
+{
+    if (!shared.id3_object)
+        shared.id3_object = std::make_shared<cIDV3>();
+    return *shared.id3_object;
+}

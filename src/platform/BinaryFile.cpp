@@ -1,0 +1,84 @@
+#include "platform/BinaryFile.h"
+
+#include "platform/paths.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+int open_retrying(const char* path, int flags)
+{
+    int descriptor = -1;
+    do
+        descriptor = ::open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    while (descriptor < 0 && errno == EINTR);
+    return descriptor;
+}
+
+/// Repeats `transfer`, given how many bytes are done, until `wanted` bytes are through, nothing more comes or an error
+/// stops it; gives how many are through.
+template<typename Transfer> qint64 transfer_all(qint64 wanted, Transfer transfer)
+{
+    qint64 done = 0;
+    while (done < wanted) {
+        const ssize_t part = transfer(done);
+        if (part < 0 && errno == EINTR)
+            continue;
+        if (part <= 0)
+            break;
+        done += part;
+    }
+    return done;
+}
+
+} // namespace
+
+BinaryFile::BinaryFile(const QString& path, Access access)
+{
+    const QByteArray native = native_path(path);
+    if (native.isEmpty())
+        return;
+    const int descriptor = open_retrying(native.constData(), access == Access::write ? O_RDWR : O_RDONLY);
+    if (descriptor < 0)
+        return;
+    struct stat status = {};
+    const bool usable = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+                        (access == Access::read || (status.st_mode & S_IWUSR) != 0);
+    if (!usable) {
+        ::close(descriptor);
+        return;
+    }
+    descriptor_ = descriptor;
+    length_ = status.st_size;
+}
+
+BinaryFile::~BinaryFile()
+{
+    if (is_open())
+        ::close(descriptor_);
+}
+
+qint64 BinaryFile::read_at(qint64 offset, std::span<char> bytes) const
+{
+    if (!is_open() || offset < 0)
+        return 0;
+    return transfer_all(std::ssize(bytes), [&](qint64 done) {
+        const auto rest = bytes.subspan(static_cast<std::size_t>(done));
+        return ::pread(descriptor_, rest.data(), rest.size(), offset + done);
+    });
+}
+
+bool BinaryFile::write_at(qint64 offset, std::span<const char> bytes) const
+{
+    if (!is_open() || offset < 0)
+        return false;
+    const qint64 written = transfer_all(std::ssize(bytes), [&](qint64 done) {
+        const auto rest = bytes.subspan(static_cast<std::size_t>(done));
+        return ::pwrite(descriptor_, rest.data(), rest.size(), offset + done);
+    });
+    return written == std::ssize(bytes);
+}
