@@ -5,6 +5,7 @@
 #include <QString>
 
 class Transport;
+struct FinalListEntry;
 
 /// The work of the batch conversion dialog on the final list, without its window.
 class BatchConversion
@@ -22,7 +23,8 @@ public:
     void Change_FIF();
 
 private:
-    void rename_listed_file(i16 slot);
+    /// Renames the file that is open in the player: it is released before and comes back in the state it was in.
+    void rename_file_in_player(const FinalListEntry& record);
 
     Transport& transport_;
     QString artist_text_; ///< the last tag's text, as text boxes keep it

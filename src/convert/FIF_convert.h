@@ -2,6 +2,7 @@
 
 #include "convert/BatchConversion.h"
 #include "platform/controls/ListView.h"
+#include "platform/controls/PictureBox.h"
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/UsrButton.h"
 
@@ -9,6 +10,9 @@
 #include <QLabel>
 
 #include <functional>
+#include <span>
+
+struct FinalListEntry;
 
 /// The batch conversion dialog: the whole final list in three lists, and one button that brings all of it into FIF.
 class FIF_convert : public QDialog
@@ -20,9 +24,10 @@ public:
     struct Surroundings
     {
         std::function<void()> refresh_all; ///< reloads the main window's tree node and file list
-        const ImageList* small_icons = nullptr; ///< image 1 a FIF name, image 2 any other
+        ImageList small_icons;             ///< image 1 a FIF name, image 2 any other
     };
 
+    /// Loads the dialog: its lists are filled. `transport` outlives it.
     FIF_convert(Transport& transport, Surroundings surroundings, QWidget* parent);
 
     /// Rebuilds the three lists from the final list; files that have vanished are dropped from it.
@@ -35,6 +40,45 @@ public:
 Q_SIGNALS:
     /// The file `shared.edit_file_name` was double-clicked: it is to be edited by hand.
     void edit_wanted();
-    /// The final list's files are to be copied into a folder.
+    /// The files of the final list are to be copied into a folder.
     void copy_wanted();
+
+protected:
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    /// One of the three lists with its caption, and the counters of its last fill.
+    struct Group
+    {
+        ListView* list = nullptr;
+        PictureBox* picture = nullptr;
+        QLabel* label = nullptr;
+        i16 files = 0;
+        i32 bytes = 0;
+    };
+
+    void create_group(Group& group, const QString& list_name, const QString& label_name, const QString& picture_name,
+                      const QString& caption);
+    void set_columns();
+    void create_buttons();
+    void lay_out();
+    /// `toggles` holds one direction for each of `sortable_columns`; the other columns do nothing.
+    void connect_list(const Group& group, std::span<i16> toggles, const std::vector<int>& sortable_columns);
+    void connect_buttons();
+    void Change_FIF_Click();
+    void edit_selected(const ListView& list);
+    void add_record(FinalListEntry& record);
+    /// Lights one of the three buttons, or none for nullptr, and puts out the others.
+    void light_only(const UsrButton* lit);
+
+    Surroundings surroundings_;
+    BatchConversion batch_;
+    Group fif_;
+    Group possible_;
+    Group impossible_;
+    UsrButton* change_fif_ = nullptr;
+    UsrButton* cmd_transfer_ = nullptr;
+    UsrButton* cancel_ = nullptr;
+    StatusBar* status_bar_ = nullptr;
 };

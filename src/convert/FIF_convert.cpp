@@ -1,0 +1,283 @@
+#include "convert/FIF_convert.h"
+
+#include "core/mod_of_grobal_var.h"
+#include "platform/controls/faces.h"
+#include "platform/controls/message_window.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+#include "selection/final_list.h"
+
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize picture_size(180, 24);
+constexpr QSize wide_button_size(150, 34);
+
+enum SmallIcon
+{
+    fif_icon = 1,
+    other_icon = 2
+};
+
+/// The cursor of an operation that may take a while.
+class WaitCursor
+{
+public:
+    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+} // namespace
+
+FIF_convert::FIF_convert(Transport& transport, Surroundings surroundings, QWidget* parent)
+    : QDialog(parent), surroundings_(std::move(surroundings)), batch_(transport)
+{
+    setObjectName(u"FIF_convert"_s);
+    setWindowTitle(u"Final List"_s);
+    setMouseTracking(true);
+    create_group(fif_, u"FIF_ListView"_s, u"Label_FIF"_s, u"Pic_fif"_s, u"FIF List"_s);
+    create_group(possible_, u"Possible_ListView"_s, u"Label_Changeable"_s, u"Pic_auto"_s, u"Auto Convert List"_s);
+    create_group(impossible_, u"Impossible_ListView"_s, u"Label_UnChangeable"_s, u"Pic_manual"_s,
+                 u"Manual Convert List"_s);
+    set_columns();
+    create_buttons();
+    status_bar_ = new StatusBar({3000, 6000}, this);
+    status_bar_->setObjectName(u"StatusBar1"_s);
+    lay_out();
+
+    connect_list(fif_, shared.fif_sort_toggles, {0, 2});
+    connect_list(possible_, shared.possible_sort_toggles, {0, 1, 2});
+    connect_list(impossible_, shared.impossible_sort_toggles, {0, 2});
+    connect_buttons();
+
+    Fill_list();
+    shared.fif_sort_toggles = {};
+    shared.impossible_sort_toggles = {};
+    // The third toggle of Possible_ListView keeps its value, on purpose: it outlives the dialog.
+    shared.possible_sort_toggles[0] = shared.possible_sort_toggles[1] = 0;
+    show_final_total_in_dialog();
+}
+
+void FIF_convert::create_group(Group& group, const QString& list_name, const QString& label_name,
+                               const QString& picture_name, const QString& caption)
+{
+    group.picture = new PictureBox(label_face(caption, picture_size), this);
+    group.picture->setObjectName(picture_name);
+    group.picture->setAccessibleName(caption);
+    group.label = new QLabel(this);
+    group.label->setObjectName(label_name);
+    group.label->setTextFormat(Qt::PlainText);
+    group.label->setMouseTracking(true);
+    group.list = new ListView(this);
+    group.list->setObjectName(list_name);
+    group.list->setAccessibleName(caption);
+    group.list->set_SmallIcons(surroundings_.small_icons);
+    group.list->set_View(ListView::ViewMode::report);
+}
+
+void FIF_convert::set_columns()
+{
+    const std::vector<ColumnHeader> columns = {
+        {u"Name"_s, 4300}, {u"Location"_s, 1600}, {u"Size"_s, 900, Qt::AlignRight}};
+    fif_.list->set_ColumnHeaders(columns);
+    impossible_.list->set_ColumnHeaders(columns);
+    possible_.list->set_ColumnHeaders(
+        {{u"Name"_s, 4600}, {u"FIF"_s, 5200}, {u"Location"_s, 3000}, {u"Size"_s, 900, Qt::AlignRight}});
+    possible_.list->set_Checkboxes(true);
+}
+
+void FIF_convert::create_buttons()
+{
+    const auto create = [this](const QString& name, const QString& caption, const QString& tip) {
+        auto* button = new UsrButton(this);
+        button->setObjectName(name);
+        button->setToolTip(tip);
+        button->setAccessibleName(caption);
+        button->set_faces(button_face(caption, FaceState::up, wide_button_size),
+                          button_face(caption, FaceState::down, wide_button_size),
+                          button_face(caption, FaceState::hover, wide_button_size));
+        return button;
+    };
+    change_fif_ = create(u"Change_FIF"_s, u"Change to FIF"_s,
+                         u"Change all the files that are in the Auto Convert List into FIF format"_s);
+    cmd_transfer_ = create(u"cmd_transfer"_s, u"Copy to Folder"_s, u"Save all the MP3 files in the certain folder"_s);
+    cancel_ = create(u"Cancel"_s, u"Close"_s, u"Cancel"_s);
+}
+
+void FIF_convert::lay_out()
+{
+    const auto caption_row = [](const Group& group) {
+        auto* row = new QHBoxLayout;
+        row->addWidget(group.picture);
+        row->addStretch();
+        row->addWidget(group.label);
+        return row;
+    };
+    auto* lists = new QGridLayout;
+    lists->setSpacing(8);
+    lists->addLayout(caption_row(possible_), 0, 0, 1, 2);
+    lists->addWidget(possible_.list, 1, 0, 1, 2);
+    lists->addLayout(caption_row(fif_), 2, 0);
+    lists->addWidget(fif_.list, 3, 0);
+    lists->addLayout(caption_row(impossible_), 2, 1);
+    lists->addWidget(impossible_.list, 3, 1);
+    lists->setRowStretch(1, 3);
+    lists->setRowStretch(3, 2);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(8);
+    buttons->addStretch();
+    for (UsrButton* button : {change_fif_, cmd_transfer_, cancel_}) {
+        buttons->addWidget(button);
+    }
+
+    auto* content = new QVBoxLayout;
+    content->setContentsMargins(16, 12, 16, 12);
+    content->setSpacing(12);
+    content->addLayout(lists);
+    content->addLayout(buttons);
+
+    auto* form = new QVBoxLayout(this);
+    form->setContentsMargins(0, 0, 0, 0);
+    form->setSpacing(0);
+    form->addLayout(content);
+    form->addWidget(status_bar_);
+    resize(920, 640);
+    setMinimumSize(720, 480);
+}
+
+void FIF_convert::connect_list(const Group& group, std::span<i16> toggles, const std::vector<int>& sortable_columns)
+{
+    ListView* list = group.list;
+    connect(list, &ListView::ItemClick, this,
+            guarded([list](int index) { shared.edit_file_name = list->Item(index).Text; }));
+    connect(list, &ListView::MouseDown, this,
+            guarded([list](i16, QPoint point) { shared.list_drag_active = list->HitTest(point) != 0 ? 1 : 0; }));
+    connect(list, &ListView::DblClick, this, guarded([this, list] { edit_selected(*list); }));
+    connect(list, &ListView::ColumnClick, this, guarded([list, toggles, sortable_columns](int column) {
+                const auto place = std::ranges::find(sortable_columns, column);
+                if (place == sortable_columns.end())
+                    return;
+                i16& toggle = toggles[static_cast<std::size_t>(place - sortable_columns.begin())];
+                toggle = toggle == 0 ? 1 : 0;
+                list->sort(column, toggle == 1 ? ListView::Order::descending : ListView::Order::ascending);
+            }));
+}
+
+void FIF_convert::connect_buttons()
+{
+    for (UsrButton* button : {change_fif_, cmd_transfer_, cancel_}) {
+        connect(button, &UsrButton::MouseMove, this, [this, button] { light_only(button); });
+        connect(button, &UsrButton::GotFocus, this, [this, button] { light_only(button); });
+        connect(button, &UsrButton::LostFocus, button, &UsrButton::DelMoveImg);
+    }
+    connect(possible_.list, &ListView::MouseMove, this, [this] { light_only(nullptr); });
+    connect(possible_.list, &ListView::ItemCheck, this, guarded([this](int index) {
+                const ListRow& row = possible_.list->Item(index);
+                set_convert_mark(row.Text, row.Checked ? 1 : 0);
+            }));
+    connect(change_fif_, &UsrButton::Click, this, guarded([this] { Change_FIF_Click(); }));
+    connect(cmd_transfer_, &UsrButton::Click, this, &FIF_convert::copy_wanted);
+    connect(cancel_, &UsrButton::Click, this, &QDialog::close);
+}
+
+void FIF_convert::Change_FIF_Click()
+{
+    const WaitCursor cursor;
+    batch_.Change_FIF();
+    Fill_list();
+    surroundings_.refresh_all();
+    show_final_total_in_dialog();
+}
+
+void FIF_convert::edit_selected(const ListView& list)
+{
+    if (shared.list_drag_active != 1)
+        return;
+    shared.edit_file_name = list.Item(list.SelectedItem()).Text;
+    Q_EMIT edit_wanted();
+}
+
+void FIF_convert::Fill_list()
+{
+    const ListView::Update updates[] = {ListView::Update(*fif_.list), ListView::Update(*possible_.list),
+                                        ListView::Update(*impossible_.list)};
+    for (Group* group : {&fif_, &possible_, &impossible_}) {
+        group->list->Clear();
+        group->files = 0;
+        group->bytes = 0;
+    }
+    for (const FinalListEntry& record : final_list_slots()) {
+        if (record.in_use == 1 && !shared.fso.FileExists(record.full_path))
+            remove_from_final_list_by_path(record.full_path);
+    }
+    for (FinalListEntry& record : final_list_slots()) {
+        if (record.in_use == 1)
+            add_record(record);
+    }
+    display_selected_file_info();
+}
+
+void FIF_convert::add_record(FinalListEntry& record)
+{
+    Group& group = record.kind == 2 ? possible_ : record.kind == 1 ? fif_ : impossible_;
+    ListView& list = *group.list;
+    const int index = list.Add(record.name, record.name);
+    int column = 1;
+    if (record.kind == 2) {
+        list.set_Checked(index, true);
+        record.convert = 1;
+        list.set_SubItem(index, column++, batch_.rename_to_fif(record.folder, record.name, 0));
+    }
+    list.set_SmallIcon(index, record.kind == 1 ? fif_icon : other_icon);
+    list.set_SubItem(index, column++, record.folder);
+    list.set_SubItem(index, column, kilobytes_text(record.size));
+    group.files = checked<i16>(group.files + 1);
+    group.bytes = checked<i32>(std::int64_t{group.bytes} + record.size);
+}
+
+void FIF_convert::display_selected_file_info()
+{
+    for (const Group* group : {&fif_, &possible_, &impossible_})
+        group->label->setText(u"[%1 File/%2MB]"_s.arg(group->files).arg(megabytes(group->bytes)));
+}
+
+void FIF_convert::show_final_total_in_dialog()
+{
+    status_bar_->set_panel_text(2, final_total_text());
+}
+
+void FIF_convert::light_only(const UsrButton* lit)
+{
+    for (UsrButton* button : {change_fif_, cmd_transfer_, cancel_}) {
+        if (button == lit)
+            button->SetMoveImg();
+        else
+            button->DelMoveImg();
+    }
+}
+
+void FIF_convert::mouseMoveEvent(QMouseEvent* event)
+{
+    light_only(nullptr);
+    QDialog::mouseMoveEvent(event);
+}
+
+void FIF_convert::keyPressEvent(QKeyEvent* event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (auto* button = qobject_cast<UsrButton*>(focusWidget()); enter && button != nullptr)
+        button->click();
+    else
+        QDialog::keyPressEvent(event);
+}
