@@ -12,8 +12,8 @@
 struct File
 {
     QString Name;
-    qint64 Size = 0;                ///< bytes
-    qint64 modified_seconds = 0;    ///< last change of the content, seconds since 1970 in universal time
+    qint64 Size = 0;             ///< bytes
+    qint64 modified_seconds = 0; ///< last change of the content, seconds since 1970 in universal time
 
     /// The file system's description of the type, in the build's language.
     QString Type() const;
@@ -45,7 +45,12 @@ class FileSystemObject
 {
 public:
     /// The attribute bits of a file.
-    enum Attribute { read_only = 1, hidden = 2, archive = 32 };
+    enum Attribute
+    {
+        read_only = 1,
+        hidden = 2,
+        archive = 32
+    };
 
     const std::vector<Drive>& Drives() const { return drives(); }
     /// The folder at `path`, with or without a trailing backslash. Raises "Path not found" when there is none.

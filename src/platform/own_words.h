@@ -3,7 +3,8 @@
 #include <QString>
 
 /// Texts that are the program's own additions to its fixed ones: prompts, progress, tips, errors.
-enum class Word {
+enum class Word
+{
     run_time_error,  ///< "Run-time error '%1':", the number in place of %1
     type_mp3,        ///< type of a file called *.mp3
     type_file,       ///< type of any other file

@@ -8,5 +8,5 @@
 QByteArray native_path(const QString& path);
 
 /// The path as the program writes it, without trailing backslash, of an absolute path on disk, under the drive whose
-/// root lies nearest above it. Empty when no drive holds it.
+/// root lies nearest above it. Empty when no drive holds it, or with "." or ".." on the way.
 QString program_path(const QByteArray& native);

@@ -1,0 +1,57 @@
+#include "core/user_settings.h"
+
+#include "core/mod_of_grobal_var.h"
+#include "platform/numbers.h"
+#include "platform/settings.h"
+#include "platform/text.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString stored_text(const QString& section, const QString& default_value)
+{
+    return GetSetting(u"Quilmo"_s, section, u"location"_s, default_value);
+}
+
+void store_text(const QString& section, const QString& text)
+{
+    SaveSetting(u"Quilmo"_s, section, u"location"_s, text);
+}
+
+/// The whole number nearest to a decimal number's text. Raises "Type mismatch" for any other text, "Overflow" beyond
+/// 16 bits.
+i16 number_of(const QString& text)
+{
+    static const QRegularExpression decimal(uR"(\A[+-]?(\d+\.?\d*|\.\d+)([eE][+-]?\d+)?\z)"_s);
+    const QString number = trim_blanks(text);
+    if (!decimal.match(number).hasMatch())
+        throw RunTimeError(RunTimeError::type_mismatch);
+    return rounded<i16>(number.toDouble());
+}
+
+i16 stored_number(const QString& section, i16 default_value)
+{
+    return number_of(stored_text(section, QString::number(default_value)));
+}
+
+} // namespace
+
+void read_settings()
+{
+    shared.burn_program_path = stored_text(u"location_burn"_s, {});
+    shared.fif_type = stored_number(u"fif_type"_s, 1);
+    shared.genre_type = stored_number(u"genre_type"_s, 1);
+    shared.vol_type = stored_number(u"vol_type"_s, 35);
+}
+
+void write_settings()
+{
+    if (!shared.burn_program_path.isEmpty())
+        store_text(u"location_burn"_s, shared.burn_program_path);
+    store_text(u"fif_type"_s, QString::number(shared.fif_type));
+    store_text(u"genre_type"_s, QString::number(shared.genre_type));
+    store_text(u"vol_type"_s, QString::number(shared.vol_type));
+}

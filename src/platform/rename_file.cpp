@@ -1,0 +1,78 @@
+#include "platform/rename_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+namespace {
+
+int error_of(int result)
+{
+    return result == 0 ? 0 : errno;
+}
+
+/// Whether both paths are spellings of one and the same folder entry, as on a file system that ignores case.
+bool are_one_entry(const QByteArray& a, const QByteArray& b)
+{
+    struct stat status_a
+    {
+    };
+    struct stat status_b
+    {
+    };
+    return lstat(a.constData(), &status_a) == 0 && lstat(b.constData(), &status_b) == 0 &&
+           status_a.st_dev == status_b.st_dev && status_a.st_ino == status_b.st_ino && status_a.st_nlink == 1;
+}
+
+bool is_free(const QByteArray& native)
+{
+    struct stat status
+    {
+    };
+    return lstat(native.constData(), &status) != 0 && errno == ENOENT;
+}
+
+/// The way of file systems that can't refuse to replace by themselves.
+int rename_step_by_step(const QByteArray& old_native, const QByteArray& new_native, const RenameCalls& calls)
+{
+    const int linked = calls.link(old_native, new_native);
+    if (linked == 0) {
+        const int unlinked = error_of(::unlink(old_native.constData()));
+        if (unlinked != 0)
+            ::unlink(new_native.constData());
+        return unlinked;
+    }
+    if (linked != EPERM && linked != EOPNOTSUPP && linked != ENOSYS)
+        return linked;
+    if (!is_free(new_native))
+        return EEXIST;
+    return error_of(std::rename(old_native.constData(), new_native.constData()));
+}
+
+} // namespace
+
+RenameCalls RenameCalls::of_this_machine()
+{
+    return {.rename_no_replace =
+                [](const QByteArray& old_native, const QByteArray& new_native) {
+                    return error_of(::renameat2(AT_FDCWD, old_native.constData(), AT_FDCWD, new_native.constData(),
+                                                RENAME_NOREPLACE));
+                },
+            .link =
+                [](const QByteArray& old_native, const QByteArray& new_native) {
+                    return error_of(::link(old_native.constData(), new_native.constData()));
+                }};
+}
+
+int rename_without_replacing(const QByteArray& old_native, const QByteArray& new_native, const RenameCalls& calls)
+{
+    int error = calls.rename_no_replace(old_native, new_native);
+    if (error == EINVAL || error == ENOSYS)
+        error = rename_step_by_step(old_native, new_native, calls);
+    if (error == EEXIST && are_one_entry(old_native, new_native))
+        return error_of(std::rename(old_native.constData(), new_native.constData()));
+    return error;
+}

@@ -1,0 +1,26 @@
+#include "platform/settings.h"
+
+#include <QSettings>
+
+namespace {
+
+QString full_key(const QString& section, const QString& key)
+{
+    return section + u'/' + key;
+}
+
+} // namespace
+
+QString GetSetting(const QString& application, const QString& section, const QString& key, const QString& default_value)
+{
+    const QSettings store(QSettings::IniFormat, QSettings::UserScope, application);
+    if (store.status() != QSettings::NoError)
+        return default_value;
+    return store.value(full_key(section, key), default_value).toString();
+}
+
+void SaveSetting(const QString& application, const QString& section, const QString& key, const QString& value)
+{
+    QSettings store(QSettings::IniFormat, QSettings::UserScope, application);
+    store.setValue(full_key(section, key), value);
+}
