@@ -10,4 +10,5 @@ if (($#)); then
     printf '%s\0' "$@"
 else
     find src samples tests bench tour -name '*.cpp' -print0
-fi | xargs -0 -n 1 -P "$(nproc)" clang-tidy --quiet -p "$build"
+fi | xargs -0 -n 1 -P "$(nproc)" clang-tidy --quiet -p "$build" 2>&1 |
+    sed '/^[0-9]* warnings\{0,1\} generated\.$/d'
