@@ -4,11 +4,14 @@
 #include "platform/controls/StatusBar.h"
 
 #include <QObject>
+#include <QSet>
 #include <QString>
 
 class Picks;
+struct File;
 
-/// The right pane: the MP3 files of the current folder. A click makes a file the selected one; a tick picks it for the disc.
+/// The right pane: the MP3 files of the current folder. A click makes a file the selected one; a tick picks it for the
+/// disc.
 class FileList : public QObject
 {
     Q_OBJECT
@@ -17,7 +20,8 @@ public:
     /// Acts on `list` and on panels 1 and 2 of `status_bar`, and tells `picks` of the row last clicked; all outlive it.
     FileList(ListView& list, StatusBar& status_bar, Picks& picks, QObject* parent = nullptr);
 
-    /// Empties the list and fills it from the folder `path`, with or without a trailing backslash.
+    /// Empties the list and fills it from the folder `path`, with or without a trailing backslash. A folder that can't
+    /// be listed is shown as message 104.
     void FillListView(const QString& path);
     /// What a click on a row does. Any failure ends it silently.
     void ItemClick(int index);
@@ -40,6 +44,9 @@ Q_SIGNALS:
     void play_wanted();
 
 private:
+    void fill(const QString& path);
+    bool add_rows(const std::vector<File>& files, const QString& folder);
+    void add_row(const File& file, const QSet<QString>& ticked_names);
     void MouseDown(QPoint point);
     void MouseUp(i16 button);
 

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 /// The left pane: the computer's local drives and their folders. A click on a node sets the current folder and asks for
 /// its files. The tree is filled one level ahead of what is seen.
@@ -43,7 +44,12 @@ Q_SIGNALS:
     void no_files_wanted();
 
 private:
-    void select_parent_and_click();
+    void move_open_folder_image(TreeNode* node);
+    TreeNode* show_files_of(TreeNode* node);
+    void make_current(TreeNode* node);
+    TreeNode* select_parent_and_click();
+    void add_missing_folders(TreeNode* node, const QString& path, const QStringList& names);
+    void remove_vanished_folders(const TreeNode* node, const QStringList& names);
 
     TreeView& tree_;
 };
