@@ -10,7 +10,7 @@
 /// A picture that is drawn anew at whatever pixel ratio it is shown, so that it is crisp on every screen.
 struct Picture
 {
-    QSize size;                                        ///< natural size, logical pixels
+    QSize size;                                         ///< natural size, logical pixels
     std::function<void(QPainter&, const QRectF&)> draw; ///< fills the rectangle; empty for no picture
 
     bool is_empty() const { return !draw; }

@@ -6,6 +6,7 @@
 #include <vector>
 
 /// A status bar of panels side by side, each with an index from 1 and a width in twips; the last takes what is left.
+/// A text too long for its panel is shown with an ellipsis in its middle; its accessible name is the whole text.
 class StatusBar : public QWidget
 {
     Q_OBJECT
@@ -19,14 +20,18 @@ public:
     int panel_width(int index) const;
     void set_panel_width(int index, int twips);
 
+    QSize sizeHint() const override;
+
 Q_SIGNALS:
     void MouseMove();
 
 protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
+    QLabel* panel(int index) const;
     void place_panels();
 
     std::vector<QLabel*> panels_;

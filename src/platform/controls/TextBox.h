@@ -11,7 +11,7 @@ public:
     explicit TextBox(QWidget* parent = nullptr);
 
     QString Text() const { return text(); }
-    /// Replaces the text. Change is raised when the text becomes another.
+    /// Replaces the text and shows it from its start. Change is raised when the text becomes another.
     void set_Text(const QString& text);
 
 Q_SIGNALS:
@@ -22,4 +22,7 @@ Q_SIGNALS:
 protected:
     void focusInEvent(QFocusEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+
+private:
+    void take_change(const QString& text);
 };

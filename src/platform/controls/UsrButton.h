@@ -5,9 +5,10 @@
 
 #include <QAbstractButton>
 
-/// The one button of all forms: it shows one of three pictures. It never lights itself under the mouse: the forms tell it
-/// by SetMoveImg and DelMoveImg. A press that slides off and ends elsewhere leaves the pressed picture until the next
-/// event that changes it.
+/// The one button of all forms: it shows one of three pictures. It never lights itself under the mouse: the forms tell
+/// it by SetMoveImg and DelMoveImg. A press that slides off and ends elsewhere leaves the pressed picture until the
+/// next event that changes it. Its size is that of the picture at rest. Without an accessible name of its own it takes
+/// its tool tip for one.
 class UsrButton : public QAbstractButton
 {
     Q_OBJECT
@@ -16,7 +17,7 @@ public:
     explicit UsrButton(QWidget* parent = nullptr);
 
     const Picture& PictureUp() const { return up_; }
-    void set_PictureUp(const Picture& picture); ///< also gives the button its size
+    void set_PictureUp(const Picture& picture); ///< also gives the button its size, unless the picture is empty
     const Picture& PictureDn() const { return down_; }
     void set_PictureDn(const Picture& picture);
     const Picture& PictureMove() const { return move_; }
@@ -28,15 +29,23 @@ public:
     void DelMoveImg(); ///< shows the picture at rest
 
     /// The picture shown now.
-    enum class Shown { up, down, move };
+    enum class Shown
+    {
+        up,
+        down,
+        move
+    };
     Shown shown() const { return shown_; }
 
     QSize sizeHint() const override;
 
 Q_SIGNALS:
-    /// The pressed picture stays until all handlers have returned.
+    /// The left button was pressed and released inside, or the space bar pressed. The pressed picture is on the screen
+    /// until all handlers have returned.
     void Click();
+    /// The second press of a double click, in place of its MouseDown and Click; the picture is as with Click.
     void DblClick();
+    /// Numbers as in mouse.h; x and y in twips from the button's upper left corner. Only what happens inside is told.
     void MouseDown(i16 button, i16 shift, float x, float y);
     void MouseMove(i16 button, i16 shift, float x, float y);
     void MouseUp(i16 button, i16 shift, float x, float y);
@@ -44,6 +53,7 @@ Q_SIGNALS:
     void LostFocus();
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -54,14 +64,18 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void show_picture(Shown which);
+    const Picture& shown_picture() const;
     void run_click();
+    void run_pressed(void (UsrButton::*handlers)());
+    void follow_tool_tip();
 
     Picture up_;
     Picture down_;
     Picture move_;
     Shown shown_ = Shown::up;
+    bool left_press_ = false; ///< a press of the left button that may become a Click
+    QString told_tip_;        ///< the tool tip last taken for the accessible name
 };

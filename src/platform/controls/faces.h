@@ -7,7 +7,12 @@
 // Faces painted in code where a caption is baked in, so that a language changes the words only.
 
 /// State of a button's face.
-enum class FaceState { up, down, hover };
+enum class FaceState
+{
+    up,
+    down,
+    hover
+};
 
 /// A button with a caption, cut to fit by a smaller font, never by an ellipsis.
 Picture button_face(const QString& caption, FaceState state, QSize size);

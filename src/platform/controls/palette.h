@@ -13,7 +13,7 @@ inline const QColor panel(0xf1, 0xf3, 0xf8);       ///< forms
 inline const QColor panel_dark(0xe0, 0xe4, 0xee);  ///< bars, the player's ground
 inline const QColor line(0xc4, 0xcb, 0xda);        ///< frames and separators
 inline const QColor accent(0x38, 0x48, 0xd8);      ///< buttons, selection
-inline const QColor accent_light(0x5b, 0x6a, 0xf0); ///< a button under the mouse
+inline const QColor accent_light(0x52, 0x61, 0xe6); ///< a button under the mouse
 inline const QColor accent_dark(0x26, 0x33, 0xa6); ///< a button pressed
 inline const QColor on_accent(0xff, 0xff, 0xff);   ///< text and signs on the accents
 inline const QColor fif(0x1b, 0x87, 0x5a);         ///< a file whose name is FIF

@@ -1,0 +1,66 @@
+#include "frame/look.h"
+
+#include "platform/controls/Picture.h"
+#include "platform/controls/palette.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QStyleFactory>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int font_pixels = 12; ///< the forms are laid out in logical pixels, so their font is measured in them too
+constexpr QSize icon_size(64, 64);
+
+QFont font_of(const QStringList& families)
+{
+    QFont font;
+    font.setFamilies(families);
+    font.setPixelSize(font_pixels);
+    return font;
+}
+
+QPalette program_palette()
+{
+    QPalette colours(palette::ink, palette::panel, palette::paper, palette::line, palette::soft_ink, palette::ink,
+                     palette::on_accent, palette::paper, palette::panel);
+    colours.setColor(QPalette::AlternateBase, palette::panel);
+    colours.setColor(QPalette::Midlight, palette::panel_dark);
+    colours.setColor(QPalette::Highlight, palette::accent);
+    colours.setColor(QPalette::HighlightedText, palette::on_accent);
+    colours.setColor(QPalette::Link, palette::accent);
+    colours.setColor(QPalette::LinkVisited, palette::accent_dark);
+    colours.setColor(QPalette::PlaceholderText, palette::soft_ink);
+    colours.setColor(QPalette::ToolTipBase, palette::ink);
+    colours.setColor(QPalette::ToolTipText, palette::paper);
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        colours.setColor(QPalette::Disabled, role, palette::soft_ink);
+    colours.setColor(QPalette::Disabled, QPalette::Base, palette::disabled_paper);
+    colours.setColor(QPalette::Disabled, QPalette::Highlight, palette::line);
+    return colours;
+}
+
+} // namespace
+
+void apply_look()
+{
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setPalette(program_palette());
+    QToolTip::setPalette(program_palette());
+    QApplication::setFont(form_font());
+    QApplication::setWindowIcon(icon_of(svg_picture(u":/quilmo.svg"_s, icon_size)));
+}
+
+QFont form_font()
+{
+    return font_of(
+        {u"Tahoma"_s, u"DejaVu Sans"_s, u"Noto Sans"_s, u"Verdana"_s, u"NanumGothic"_s, u"Noto Sans CJK KR"_s});
+}
+
+QFont korean_font()
+{
+    return font_of({u"굴림"_s, u"NanumGothic"_s, u"Noto Sans CJK KR"_s});
+}

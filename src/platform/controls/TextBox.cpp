@@ -1,0 +1,36 @@
+#include "platform/controls/TextBox.h"
+
+#include "platform/text.h"
+
+TextBox::TextBox(QWidget* parent) : QLineEdit(parent)
+{
+    setMouseTracking(true);
+    connect(this, &QLineEdit::textChanged, this, &TextBox::take_change);
+}
+
+void TextBox::set_Text(const QString& text)
+{
+    setText(text_box_text(text));
+    setCursorPosition(0);
+}
+
+void TextBox::focusInEvent(QFocusEvent* event)
+{
+    QLineEdit::focusInEvent(event);
+    Q_EMIT GotFocus();
+}
+
+void TextBox::mouseMoveEvent(QMouseEvent* event)
+{
+    QLineEdit::mouseMoveEvent(event);
+    Q_EMIT MouseMove();
+}
+
+void TextBox::take_change(const QString& text)
+{
+    const QString kept = text_box_text(text);
+    if (kept.size() < text.size())
+        set_Text(kept); // comes back here with what is kept
+    else
+        Q_EMIT Change();
+}
