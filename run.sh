@@ -16,5 +16,5 @@ if [[ -n ${DISPLAY:-} || -n ${WAYLAND_DISPLAY:-} ]]; then
 fi
 
 echo "There is no display here: playing the guided tour instead."
-QT_QPA_PLATFORM=offscreen "$build/tour/quilmo-tour" "$build/tour-pictures"
-echo "The pictures are in $build/tour-pictures"
+QT_QPA_PLATFORM=offscreen "$build/tour/quilmo-tour" "$build/tour/pictures"
+echo "The pictures are in $build/tour/pictures"
