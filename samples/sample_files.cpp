@@ -31,12 +31,14 @@ int samples_per_second(const QByteArray& header)
 /// `text` in the code page called `page`, character by character so that one that it lacks becomes "?".
 QByteArray bytes_in_page(const QString& text, const char* page)
 {
+    QStringEncoder encoder(page);
+    QStringDecoder decoder(page);
     QByteArray bytes;
     for (const char32_t code : text.toStdU32String()) {
-        QStringEncoder encoder(page);
         const QString character = QString::fromUcs4(&code, 1);
         const QByteArray encoded = encoder(character);
-        bytes += encoder.hasError() || QString(QStringDecoder(page)(encoded)) != character ? QByteArray("?") : encoded;
+        const QString decoded = decoder(encoded);
+        bytes += decoded == character ? encoded : QByteArray("?");
     }
     return bytes;
 }
