@@ -1,0 +1,89 @@
+#include "Driver.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int dialog_poll_ms = 20;
+constexpr int dialog_polls = 500;
+
+void visit_dialog(const std::function<void(QDialog&)>& visit, int polls_left)
+{
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog != nullptr && QTest::qWaitForWindowExposed(dialog)) {
+        visit(*dialog);
+        return;
+    }
+    if (polls_left == 0)
+        qFatal("no dialog came");
+    QTimer::singleShot(dialog_poll_ms, qApp, [=] { visit_dialog(visit, polls_left - 1); });
+}
+
+QPoint in_viewport(const ListView& list, QPoint point)
+{
+    return list.view()->viewport()->mapFrom(&list, point);
+}
+
+} // namespace
+
+void Driver::click_node(const QString& key) const
+{
+    auto& tree = control<TreeView>(u"tvTreeView"_s);
+    TreeNode* node = tree.Item(key);
+    if (node == nullptr)
+        qFatal("no node %s", qPrintable(key));
+    const QRect place = tree.node_rect(node);
+    QTest::mouseMove(tree.viewport(), place.center());
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, QPoint(place.left() + 24, place.center().y()));
+}
+
+void Driver::open_node(const QString& key) const
+{
+    click_node(key);
+    QTest::keyClick(&control<TreeView>(u"tvTreeView"_s), Qt::Key_Right);
+}
+
+void Driver::click_check_box(ListView& list, int row) const
+{
+    list.ensure_visible(row);
+    QTest::mouseClick(list.view()->viewport(), Qt::LeftButton, {}, in_viewport(list, list.check_rect(row).center()));
+}
+
+void Driver::click_row(ListView& list, int row) const
+{
+    list.ensure_visible(row);
+    const QRect place = list.row_rect(row);
+    QTest::mouseClick(list.view()->viewport(), Qt::LeftButton, {}, in_viewport(list, place.center()));
+}
+
+int Driver::row_of(const ListView& list, const QString& text)
+{
+    for (int row = 1; row <= list.Count(); ++row) {
+        if (list.Item(row).Text == text)
+            return row;
+    }
+    return 0;
+}
+
+void Driver::hover(const QString& button) const
+{
+    QTest::mouseMove(&control<UsrButton>(button));
+    QCoreApplication::processEvents();
+}
+
+void Driver::click(const QString& button) const
+{
+    auto& target = control<UsrButton>(button);
+    QTest::mouseMove(&target);
+    QTest::mouseClick(&target, Qt::LeftButton);
+}
+
+void Driver::in_next_dialog(std::function<void(QDialog&)> visit)
+{
+    QTimer::singleShot(0, qApp, [visit = std::move(visit)] { visit_dialog(visit, dialog_polls); });
+}
