@@ -9,7 +9,6 @@
 
 #include <QGridLayout>
 #include <QGuiApplication>
-#include <QKeyEvent>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -19,7 +18,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize picture_size(180, 24);
-constexpr QSize wide_button_size(150, 34);
 
 enum SmallIcon
 {
@@ -40,11 +38,8 @@ public:
 } // namespace
 
 FIF_convert::FIF_convert(Transport& transport, Surroundings surroundings, QWidget* parent)
-    : QDialog(parent), surroundings_(std::move(surroundings)), batch_(transport)
+    : ButtonDialog(u"FIF_convert"_s, u"Final List"_s, parent), surroundings_(std::move(surroundings)), batch_(transport)
 {
-    setObjectName(u"FIF_convert"_s);
-    setWindowTitle(u"Final List"_s);
-    setMouseTracking(true);
     create_group(fif_, u"FIF_ListView"_s, u"Label_FIF"_s, u"Pic_fif"_s, u"FIF List"_s);
     create_group(possible_, u"Possible_ListView"_s, u"Label_Changeable"_s, u"Pic_auto"_s, u"Auto Convert List"_s);
     create_group(impossible_, u"Impossible_ListView"_s, u"Label_UnChangeable"_s, u"Pic_manual"_s,
@@ -98,20 +93,11 @@ void FIF_convert::set_columns()
 
 void FIF_convert::create_buttons()
 {
-    const auto create = [this](const QString& name, const QString& caption, const QString& tip) {
-        auto* button = new UsrButton(this);
-        button->setObjectName(name);
-        button->setToolTip(tip);
-        button->setAccessibleName(caption);
-        button->set_faces(button_face(caption, FaceState::up, wide_button_size),
-                          button_face(caption, FaceState::down, wide_button_size),
-                          button_face(caption, FaceState::hover, wide_button_size));
-        return button;
-    };
-    change_fif_ = create(u"Change_FIF"_s, u"Change to FIF"_s,
-                         u"Change all the files that are in the Auto Convert List into FIF format"_s);
-    cmd_transfer_ = create(u"cmd_transfer"_s, u"Copy to Folder"_s, u"Save all the MP3 files in the certain folder"_s);
-    cancel_ = create(u"Cancel"_s, u"Close"_s, u"Cancel"_s);
+    change_fif_ = add_button(u"Change_FIF"_s, u"Change to FIF"_s,
+                             u"Change all the files that are in the Auto Convert List into FIF format"_s);
+    cmd_transfer_ =
+        add_button(u"cmd_transfer"_s, u"Copy to Folder"_s, u"Save all the MP3 files in the certain folder"_s);
+    cancel_ = add_button(u"Cancel"_s, u"Close"_s, u"Cancel"_s);
 }
 
 void FIF_convert::lay_out()
@@ -176,12 +162,7 @@ void FIF_convert::connect_list(const Group& group, std::span<i16> toggles, const
 
 void FIF_convert::connect_buttons()
 {
-    for (UsrButton* button : {change_fif_, cmd_transfer_, cancel_}) {
-        connect(button, &UsrButton::MouseMove, this, [this, button] { light_only(button); });
-        connect(button, &UsrButton::GotFocus, this, [this, button] { light_only(button); });
-        connect(button, &UsrButton::LostFocus, button, &UsrButton::DelMoveImg);
-    }
-    connect(possible_.list, &ListView::MouseMove, this, [this] { light_only(nullptr); });
+    connect(possible_.list, &ListView::MouseMove, this, [this] { put_out_buttons(); });
     connect(possible_.list, &ListView::ItemCheck, this, guarded([this](int index) {
                 const ListRow& row = possible_.list->Item(index);
                 set_convert_mark(row.Text, row.Checked ? 1 : 0);
@@ -255,29 +236,4 @@ void FIF_convert::display_selected_file_info()
 void FIF_convert::show_final_total_in_dialog()
 {
     status_bar_->set_panel_text(2, final_total_text());
-}
-
-void FIF_convert::light_only(const UsrButton* lit)
-{
-    for (UsrButton* button : {change_fif_, cmd_transfer_, cancel_}) {
-        if (button == lit)
-            button->SetMoveImg();
-        else
-            button->DelMoveImg();
-    }
-}
-
-void FIF_convert::mouseMoveEvent(QMouseEvent* event)
-{
-    light_only(nullptr);
-    QDialog::mouseMoveEvent(event);
-}
-
-void FIF_convert::keyPressEvent(QKeyEvent* event)
-{
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (auto* button = qobject_cast<UsrButton*>(focusWidget()); enter && button != nullptr)
-        button->click();
-    else
-        QDialog::keyPressEvent(event);
 }

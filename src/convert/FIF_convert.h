@@ -1,12 +1,12 @@
 #pragma once
 
 #include "convert/BatchConversion.h"
+#include "platform/controls/ButtonDialog.h"
 #include "platform/controls/ListView.h"
 #include "platform/controls/PictureBox.h"
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/UsrButton.h"
 
-#include <QDialog>
 #include <QLabel>
 
 #include <functional>
@@ -15,7 +15,7 @@
 struct FinalListEntry;
 
 /// The batch conversion dialog: the whole final list in three lists, and one button that brings all of it into FIF.
-class FIF_convert : public QDialog
+class FIF_convert : public ButtonDialog
 {
     Q_OBJECT
 
@@ -43,10 +43,6 @@ Q_SIGNALS:
     /// The files of the final list are to be copied into a folder.
     void copy_wanted();
 
-protected:
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-
 private:
     /// One of the three lists with its caption, and the counters of its last fill.
     struct Group
@@ -69,8 +65,6 @@ private:
     void Change_FIF_Click();
     void edit_selected(const ListView& list);
     void add_record(FinalListEntry& record);
-    /// Lights one of the three buttons, or none for nullptr, and puts out the others.
-    void light_only(const UsrButton* lit);
 
     Surroundings surroundings_;
     BatchConversion batch_;

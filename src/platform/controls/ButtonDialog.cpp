@@ -1,0 +1,59 @@
+#include "platform/controls/ButtonDialog.h"
+
+#include "platform/controls/faces.h"
+
+#include <QKeyEvent>
+
+namespace {
+
+constexpr QSize button_size(150, 34);
+
+} // namespace
+
+ButtonDialog::ButtonDialog(const QString& name, const QString& title, QWidget* parent) : QDialog(parent)
+{
+    setObjectName(name);
+    setWindowTitle(title);
+    setMouseTracking(true);
+}
+
+UsrButton* ButtonDialog::add_button(const QString& name, const QString& caption, const QString& tip)
+{
+    auto* button = new UsrButton(this);
+    button->setObjectName(name);
+    button->setAccessibleName(caption);
+    button->setToolTip(tip);
+    button->set_faces(button_face(caption, FaceState::up, button_size),
+                      button_face(caption, FaceState::down, button_size),
+                      button_face(caption, FaceState::hover, button_size));
+    connect(button, &UsrButton::MouseMove, this, [this, button] { light_only(button); });
+    connect(button, &UsrButton::GotFocus, this, [this, button] { light_only(button); });
+    connect(button, &UsrButton::LostFocus, button, &UsrButton::DelMoveImg);
+    buttons_.push_back(button);
+    return button;
+}
+
+void ButtonDialog::light_only(const UsrButton* lit)
+{
+    for (UsrButton* button : buttons_) {
+        if (button == lit)
+            button->SetMoveImg();
+        else
+            button->DelMoveImg();
+    }
+}
+
+void ButtonDialog::mouseMoveEvent(QMouseEvent* event)
+{
+    put_out_buttons();
+    QDialog::mouseMoveEvent(event);
+}
+
+void ButtonDialog::keyPressEvent(QKeyEvent* event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (auto* button = qobject_cast<UsrButton*>(focusWidget()); enter && button != nullptr)
+        button->click();
+    else
+        QDialog::keyPressEvent(event);
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/controls/UsrButton.h"
+
+#include <QDialog>
+
+#include <vector>
+
+/// A dialog whose commands are UsrButtons: the pointer or the focus lights one and puts out the others, and Enter
+/// presses the one that has the focus.
+class ButtonDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Makes all buttons show their picture at rest.
+    void put_out_buttons() { light_only(nullptr); }
+
+protected:
+    ButtonDialog(const QString& name, const QString& title, QWidget* parent);
+
+    /// A button with `caption` painted into its faces, named `name`.
+    UsrButton* add_button(const QString& name, const QString& caption, const QString& tip);
+
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    /// Lights one button, or none for nullptr, and puts out the others.
+    void light_only(const UsrButton* lit);
+
+    std::vector<UsrButton*> buttons_;
+};
