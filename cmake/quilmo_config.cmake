@@ -14,6 +14,7 @@ if(QUILMO_WERROR)
 endif()
 
 if(QUILMO_SANITIZE)
+  target_compile_definitions(quilmo_config INTERFACE _GLIBCXX_ASSERTIONS)
   target_compile_options(quilmo_config INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(quilmo_config INTERFACE -fsanitize=address,undefined)
