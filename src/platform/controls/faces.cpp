@@ -13,8 +13,8 @@ namespace {
 
 constexpr int caption_pixels = 12;     ///< font size of a caption that fits
 constexpr int smallest_pixels = 8;     ///< below it a caption is squeezed as a picture
-constexpr double caption_margin = 7.0; ///< logical pixels left and right of a caption
-constexpr double sign_share = 0.68;    ///< of the lesser side of the face
+constexpr double caption_margin = 5.0; ///< logical pixels left and right of a caption
+constexpr double sign_share = 0.76;    ///< of the lesser side of the face
 
 QColor ground(FaceState state)
 {
@@ -54,10 +54,11 @@ void draw_ground(QPainter& painter, const QRectF& rect, FaceState state)
 }
 
 /// Draws a word in a font small enough for the whole of it.
-void draw_word(QPainter& painter, const QRectF& rect, const QString& word, int weight, Qt::Alignment alignment)
+void draw_word(QPainter& painter, const QRectF& rect, const QString& word, QFont::Weight weight,
+               Qt::Alignment alignment)
 {
     QFont font;
-    font.setWeight(static_cast<QFont::Weight>(weight));
+    font.setWeight(weight);
     font.setPixelSize(caption_pixels);
     while (font.pixelSize() > smallest_pixels && QFontMetricsF(font).horizontalAdvance(word) > rect.width())
         font.setPixelSize(font.pixelSize() - 1);
@@ -67,11 +68,12 @@ void draw_word(QPainter& painter, const QRectF& rect, const QString& word, int w
         painter.drawText(rect, static_cast<int>(alignment | Qt::TextSingleLine), word);
         return;
     }
-    const double scale = rect.width() / width;
+    // Letters squeezed more in width than in height stay readable longest.
+    const double across = rect.width() / width;
+    const double down = std::sqrt(across);
     painter.translate(rect.topLeft());
-    painter.scale(scale, scale);
-    painter.drawText(QRectF(0, 0, width, rect.height() / scale), static_cast<int>(alignment | Qt::TextSingleLine),
-                     word);
+    painter.scale(across, down);
+    painter.drawText(QRectF(0, 0, width, rect.height() / down), static_cast<int>(alignment | Qt::TextSingleLine), word);
 }
 
 } // namespace
@@ -107,7 +109,7 @@ Picture label_face(const QString& caption, QSize size)
     return {size, [caption](QPainter& painter, const QRectF& rect) {
                 painter.save();
                 painter.setPen(palette::soft_ink);
-                draw_word(painter, rect, caption, QFont::DemiBold, Qt::AlignLeft | Qt::AlignVCenter);
+                draw_word(painter, rect, caption, QFont::Normal, Qt::AlignLeft | Qt::AlignVCenter);
                 painter.restore();
             }};
 }
