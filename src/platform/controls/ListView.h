@@ -11,6 +11,8 @@
 #include <vector>
 
 class ListModel;
+class ListSelection;
+class ListViewEvents;
 class QAbstractItemView;
 class QListView;
 class QTreeView;
@@ -37,19 +39,28 @@ struct ListRow
     QString column(int index) const;
 };
 
-/// A list with columns, check boxes and several selected rows, made for tens of thousands of rows. Rows are numbered from 1.
-/// `Selected` marks rows; SelectedItem is the one row that keys act on: the first row of a filled list, then the row last
-/// clicked or last given Selected = true. Nothing that code does raises an event.
+/// A list with columns, check boxes and several selected rows, made for tens of thousands of rows. Rows are numbered
+/// from 1. `Selected` marks rows; SelectedItem is the one row that keys act on: the first row of a filled list, then
+/// the row last clicked or last given Selected = true. Nothing that code does raises an event.
 class ListView : public QStackedWidget
 {
     Q_OBJECT
 
 public:
-    enum class ViewMode { list = 2, report = 3 };
-    enum class Order { ascending = 0, descending = 1 };
+    enum class ViewMode
+    {
+        list = 2,
+        report = 3
+    };
+    enum class Order
+    {
+        ascending = 0,
+        descending = 1
+    };
 
     explicit ListView(QWidget* parent = nullptr);
     ~ListView() override;
+    Q_DISABLE_COPY_MOVE(ListView)
 
     void set_ColumnHeaders(const std::vector<ColumnHeader>& headers);
     const std::vector<ColumnHeader>& ColumnHeaders() const;
@@ -63,9 +74,9 @@ public:
     void Clear();
     /// Adds a row at the end; gives its index. Raises "Key is not unique in collection".
     int Add(const QString& key, const QString& text);
-    /// The row at an index from 1. Raises "Subscript out of range".
+    /// The row at an index from 1. Raises "Subscript out of range", as all that follow do.
     const ListRow& Item(int index) const;
-    void set_Key(int index, const QString& key);
+    void set_Key(int index, const QString& key); ///< raises "Key is not unique in collection"
     void set_Text(int index, const QString& text);
     void set_SmallIcon(int index, int image);
     void set_SubItem(int index, int column, const QString& text);
@@ -77,7 +88,7 @@ public:
     int SelectedItem() const;
     /// Index of the row under a point of this widget, 0 for none.
     int HitTest(QPoint point) const;
-    void ensure_visible(int index);
+    void ensure_visible(int index); ///< nothing for an index that is none
 
     /// Sorts the rows by the text of a column (0 is Text), once; the sort is stable.
     void sort(int column, Order order);
@@ -90,8 +101,7 @@ public:
     public:
         explicit Update(ListView& list);
         ~Update();
-        Update(const Update&) = delete;
-        Update& operator=(const Update&) = delete;
+        Q_DISABLE_COPY_MOVE(Update)
 
     private:
         ListView& list_;
@@ -104,19 +114,31 @@ public:
     QRect check_rect(int index) const;
 
 Q_SIGNALS:
-    void ItemClick(int index);                    ///< a row was chosen by mouse or key
-    void ItemCheck(int index);                    ///< a person changed the tick; Checked has its new value
-    void ColumnClick(int column);                 ///< 0 is the first column
+    void ItemClick(int index);    ///< a row was chosen and selected by mouse or key
+    void ItemCheck(int index);    ///< a person changed the tick; Checked has its new value
+    void ColumnClick(int column); ///< 0 is the first column
     void MouseDown(i16 button, QPoint point);
     void MouseMove(i16 buttons, QPoint point);
     void MouseUp(i16 button, QPoint point);
     void DblClick();
-    void ContextKey();                            ///< the menu key, where no mouse button opens the pop-up menu
+    void ContextKey(); ///< the menu key, where no mouse button opens the pop-up menu
     void GotFocus();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
 private:
-    friend class ListViewEvents;
+    void show_sort_indicator();
+    /// What is seen of a rectangle of the view, in this widget's coordinates.
+    QRect shown_rect(QRect rect) const;
+
     std::unique_ptr<ListModel> model_;
+    std::unique_ptr<ListSelection> selection_;
+    std::unique_ptr<ListViewEvents> events_;
     QTreeView* report_ = nullptr;
     QListView* list_ = nullptr;
+    int sort_key_ = 0;
+    Order sort_order_ = Order::ascending;
+    bool is_sorted_ = false; ///< the rows now listed have been sorted
 };

@@ -3,6 +3,8 @@
 #include "platform/controls/ImageList.h"
 #include "platform/numbers.h"
 
+#include <QItemSelectionModel>
+#include <QPersistentModelIndex>
 #include <QString>
 #include <QTreeView>
 
@@ -31,13 +33,15 @@ private:
     TreeNode* parent_ = nullptr;
     std::vector<std::unique_ptr<TreeNode>> children_;
     bool sorted_ = false;
-    int serial_ = 0;          ///< order of adding
-    mutable int row_ = 0;     ///< place among the siblings, valid while the parent's rows are numbered
-    mutable bool rows_numbered_ = true;
+    int serial_ = 0;           ///< order of adding
+    mutable int row_ = 0;      ///< place among the siblings, if it is one of those that are numbered
+    mutable int numbered_ = 0; ///< how many of the children, from the first, know their place
 };
 
-/// A tree whose nodes are found by key and by an index from 1 in the order of adding; the indexes close up when a node goes.
-/// Made for a hundred thousand nodes. Nothing that code does raises an event, but for set_Expanded, which raises Expand.
+/// A tree whose nodes are found by key and by an index from 1 in the order of adding; the indexes close up when a node
+/// goes. Removing the selected node selects its next sibling, else the one before, else the parent. Made for a hundred
+/// thousand nodes. Nothing that code does raises an event, but for set_Expanded, which raises Expand or Collapse where
+/// it changes something.
 class TreeView : public QTreeView
 {
     Q_OBJECT
@@ -45,6 +49,7 @@ class TreeView : public QTreeView
 public:
     explicit TreeView(QWidget* parent = nullptr);
     ~TreeView() override;
+    Q_DISABLE_COPY_MOVE(TreeView)
 
     void set_images(const ImageList& images);
 
@@ -66,6 +71,7 @@ public:
     /// Sorts the children by text, case ignored, and keeps later children sorted as well.
     void set_Sorted(TreeNode* node);
     bool Expanded(const TreeNode* node) const;
+    /// A node without children can't be expanded and stays as it is.
     void set_Expanded(TreeNode* node, bool expanded);
     /// The selected node; nullptr for none.
     TreeNode* SelectedItem() const;
@@ -81,16 +87,23 @@ Q_SIGNALS:
     void MouseDown(i16 button, QPoint point);
     void MouseMove(i16 buttons, QPoint point);
     void MouseUp(i16 button, QPoint point);
-    void ContextKey();              ///< the menu key
+    void ContextKey(); ///< the menu key
     void GotFocus();
 
 protected:
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
 
 private:
+    /// The node whose picture or text, not its arrow, is at a point of the viewport; nullptr for none.
+    TreeNode* clickable_at(QPoint point) const;
+
     std::unique_ptr<TreeModel> model_;
+    QPersistentModelIndex pressed_; ///< the node pressed, until the mouse is released
+    bool press_selected_ = false;   ///< whether that press has changed the selection
 };

@@ -1,0 +1,119 @@
+#pragma once
+
+#include "platform/controls/ListView.h"
+
+#include <QFocusEvent>
+#include <QStyledItemDelegate>
+
+#include <functional>
+
+class ListModel;
+class ListSelection;
+class QContextMenuEvent;
+class QKeyEvent;
+class QMouseEvent;
+
+/// Qt's painting of rows, which also tells where a row's check box is.
+class RowDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    /// Rectangle of the check box of `index`, given the option that its row is painted with.
+    QRect check_rect(QStyleOptionViewItem option, const QModelIndex& index) const;
+};
+
+/// What the list makes of the events of its two views. `pass_on` is Qt's own handling of the event.
+class ListViewEvents
+{
+public:
+    using PassOn = std::function<void()>;
+
+    ListViewEvents(ListView& list, ListModel& model, ListSelection& selection);
+
+    /// To be called before a view does anything with an event.
+    void prepare();
+    void press(const QMouseEvent& event, const PassOn& pass_on);
+    void move(const QMouseEvent& event, const PassOn& pass_on);
+    void release(const QMouseEvent& event, const PassOn& pass_on);
+    void double_click(const QMouseEvent& event, const PassOn& pass_on);
+    void key(const QKeyEvent& event, const PassOn& pass_on);
+    void context_menu(const QContextMenuEvent& event);
+    void focus_in(Qt::FocusReason reason);
+
+private:
+    QPoint in_list(const QMouseEvent& event) const;
+    /// Index of the row whose check box is under a point of the list, 0 for none.
+    int check_at(QPoint point) const;
+    /// Whether the press is one on a check box, which is the list's alone.
+    bool takes_check_press(const QMouseEvent& event);
+    void toggle(int index);
+
+    ListView& list_;
+    ListModel& model_;
+    ListSelection& selection_;
+    int pressed_check_ = 0; ///< row of the check box that is held down, 0 for none
+};
+
+/// One of Qt's views of rows, with its events handed to the list.
+template<typename View> class RowView : public View
+{
+public:
+    RowView(ListViewEvents& events, QWidget* parent) : View(parent), events_(events), delegate_(new RowDelegate(this))
+    {
+        this->setItemDelegate(delegate_);
+    }
+
+    /// Rectangle of a check box in the viewport.
+    QRect check_rect(const QModelIndex& index) const
+    {
+        QStyleOptionViewItem option;
+        this->initViewItemOption(&option);
+        option.rect = this->visualRect(index);
+        return delegate_->check_rect(option, index);
+    }
+
+protected:
+    bool event(QEvent* event) override
+    {
+        events_.prepare();
+        return View::event(event);
+    }
+    bool viewportEvent(QEvent* event) override
+    {
+        events_.prepare();
+        return View::viewportEvent(event);
+    }
+    void mousePressEvent(QMouseEvent* event) override
+    {
+        events_.press(*event, [this, event] { View::mousePressEvent(event); });
+    }
+    void mouseMoveEvent(QMouseEvent* event) override
+    {
+        events_.move(*event, [this, event] { View::mouseMoveEvent(event); });
+    }
+    void mouseReleaseEvent(QMouseEvent* event) override
+    {
+        events_.release(*event, [this, event] { View::mouseReleaseEvent(event); });
+    }
+    void mouseDoubleClickEvent(QMouseEvent* event) override
+    {
+        events_.double_click(*event, [this, event] { View::mouseDoubleClickEvent(event); });
+    }
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        events_.key(*event, [this, event] { View::keyPressEvent(event); });
+    }
+    void contextMenuEvent(QContextMenuEvent* event) override { events_.context_menu(*event); }
+    void focusInEvent(QFocusEvent* event) override
+    {
+        View::focusInEvent(event);
+        events_.focus_in(event->reason());
+    }
+
+private:
+    ListViewEvents& events_;
+    RowDelegate* delegate_;
+};
