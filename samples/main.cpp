@@ -29,7 +29,7 @@ std::optional<Order> order_of(std::span<char*> arguments)
         if (argument == "--files" && place + 1 < arguments.size()) {
             bool is_number = false;
             order.collection.files = QByteArray(arguments[++place]).toInt(&is_number);
-            if (!is_number || order.collection.files < 1 || order.collection.files > most_files)
+            if (!is_number || order.collection.files < 0 || order.collection.files > most_files)
                 return std::nullopt;
         } else if (argument.isEmpty() || argument.startsWith('-') || !order.folder.isEmpty()) {
             return std::nullopt;
@@ -46,7 +46,7 @@ int main(int argc, char** argv)
 {
     const std::optional<Order> order = order_of(std::span(argv, static_cast<std::size_t>(argc)));
     if (!order) {
-        std::fprintf(stderr, "usage: quilmo-samples FOLDER [--files N]   (N from 1 to %d)\n", most_files);
+        std::fprintf(stderr, "usage: quilmo-samples FOLDER [--files N]   (N from 0 to %d)\n", most_files);
         return 2;
     }
     if (!write_sample_collection(order->folder, order->collection)) {
