@@ -1,5 +1,6 @@
 #include "platform/settings.h"
 
+#include <QFile>
 #include <QSettings>
 
 namespace {
@@ -23,4 +24,7 @@ void SaveSetting(const QString& application, const QString& section, const QStri
 {
     QSettings store(QSettings::IniFormat, QSettings::UserScope, application);
     store.setValue(full_key(section, key), value);
+    store.sync();
+    if (store.status() == QSettings::NoError)
+        QFile::setPermissions(store.fileName(), QFileDevice::ReadOwner | QFileDevice::WriteOwner);
 }

@@ -8,5 +8,5 @@
 QString GetSetting(const QString& application, const QString& section, const QString& key,
                    const QString& default_value);
 
-/// Stores a text. A store that can't be written is passed over in silence.
+/// Stores a text, where only the user can read it. A store that can't be written is passed over in silence.
 void SaveSetting(const QString& application, const QString& section, const QString& key, const QString& value);
