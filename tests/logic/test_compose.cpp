@@ -51,7 +51,7 @@ QString expected_cut(const QString& title, int room)
 /// What one shape does with a genre or without one.
 struct Budget
 {
-    i16 type;
+    int type;
     bool with_genre;
     int fits;      ///< of artist, title and, where the plain name holds it, genre
     int cut;       ///< of artist and, where charged, genre
@@ -122,7 +122,7 @@ void check_edges(const Budget& budget, Script script, int genre_bytes, int artis
 
     for (int title_bytes = 1; title_bytes <= 70; ++title_bytes) {
         const QString title = text_of(script, title_bytes);
-        const Composition composition = compose(budget.type, artist, title, genre);
+        const Composition composition = compose(static_cast<i16>(budget.type), artist, title, genre);
         if (in_name + title_bytes <= budget.fits) {
             QCOMPARE(composition.name, filled(budget.plain, artist, title, genre));
             QCOMPARE(composition.reports, 0);
@@ -307,7 +307,7 @@ void TestCompose::a_name_that_fits_is_not_reported()
 
 void TestCompose::an_unknown_shape_has_no_names()
 {
-    for (const i16 type : {-1, 0, 7, 100}) {
+    for (const i16 type : std::initializer_list<i16>{-1, 0, 7, 100}) {
         for (const QString& genre : {QString(), u"Rock"_s}) {
             const Composition composition = compose(type, u"A"_s, QString(90, u'T'), genre);
             QCOMPARE(composition.name, QString());

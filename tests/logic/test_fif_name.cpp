@@ -136,7 +136,7 @@ void TestFifName::brackets()
 
 void TestFifName::a_bracket_kind_of_neither_form_accepts_nothing()
 {
-    for (const i16 kind : {-1, 0, 3}) {
+    for (const i16 kind : std::initializer_list<i16>{-1, 0, 3}) {
         for (const QString& stem : {u"[a][b]"_s, u"(a)(b)"_s, u""_s})
             compare_parse(parse_brackets(stem, kind), silent_failure, {});
     }

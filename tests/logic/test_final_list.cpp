@@ -62,6 +62,8 @@ class TestFinalList : public QObject
 {
     Q_OBJECT
 
+    std::unique_ptr<TestDisk> disk_;
+
 private Q_SLOTS:
     void init() { disk_ = std::make_unique<TestDisk>(); }
     void cleanup() { disk_.reset(); }
@@ -99,9 +101,6 @@ private Q_SLOTS:
     void total_text_data();
     void total_text();
     void totals_follow_the_table();
-
-private:
-    std::unique_ptr<TestDisk> disk_;
 };
 
 void TestFinalList::a_fresh_table_is_empty()

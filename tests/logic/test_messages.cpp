@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QTest>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -49,6 +51,7 @@ const Row name_messages[] = {
 };
 
 const QString name = u"Some name.mp3"_s;
+constexpr std::array<i16, 3> languages = {1, 2, 3};
 
 /// Joins the name as the code wants it.
 QString joined(i16 code, const QString& fixed_part)
@@ -78,7 +81,7 @@ void TestMessages::every_complete_message_shows_its_text_in_each_language()
     const TestDisk disk;
     NotedMessages messages;
     for (const Row& row : complete_messages) {
-        for (const i16 language : {1, 2, 3}) {
+        for (const i16 language : languages) {
             shared.language_id = language;
             show_message(row.code);
         }
@@ -91,7 +94,7 @@ void TestMessages::every_name_message_shows_its_text_in_each_language()
     const TestDisk disk;
     NotedMessages messages;
     for (const Row& row : name_messages) {
-        for (const i16 language : {1, 2, 3}) {
+        for (const i16 language : languages) {
             shared.language_id = language;
             show_name_message(row.code, name);
         }
@@ -160,7 +163,7 @@ void TestMessages::both_guards_of_a_cd_say_the_same()
 {
     const TestDisk disk;
     NotedMessages messages;
-    for (const i16 language : {1, 2, 3}) {
+    for (const i16 language : languages) {
         shared.language_id = language;
         show_message(msg_cd_not_selectable);
         show_message(msg_cd_not_checkable);

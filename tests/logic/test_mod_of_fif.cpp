@@ -158,6 +158,8 @@ class TestModOfFif : public QObject
 {
     Q_OBJECT
 
+    std::unique_ptr<TestDisk> disk_;
+
 private Q_SLOTS:
     void init();
     void cleanup() { disk_.reset(); }
@@ -204,9 +206,6 @@ private Q_SLOTS:
     void a_file_without_tag_shows_its_size();
     void the_selected_file_is_shown_by_its_classification();
     void nothing_is_shown_without_a_window();
-
-private:
-    std::unique_ptr<TestDisk> disk_;
 };
 
 void TestModOfFif::init()
