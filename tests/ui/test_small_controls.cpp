@@ -1,0 +1,522 @@
+#include "frame/Splash_Dlg.h"
+#include "frame/look.h"
+#include "platform/MsgBox.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/StatusBar.h"
+#include "platform/controls/TextBox.h"
+#include "platform/controls/Toolbar.h"
+#include "platform/controls/message_window.h"
+#include "platform/controls/palette.h"
+#include "platform/own_words.h"
+
+#include "test_main.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QApplication>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <QToolTip>
+#include <QWindow>
+
+#include <array>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QStringList entries(const ComboBox& box)
+{
+    QStringList texts;
+    for (int i = 0; i < box.count(); ++i)
+        texts.append(box.itemText(i));
+    return texts;
+}
+
+/// Presses OK on the next message box, after `look` has seen it.
+template<typename Look> void answer_next_box(Look look)
+{
+    QTimer::singleShot(0, qApp, [look] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box == nullptr)
+            return;
+        look(*box);
+        QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
+    });
+}
+
+} // namespace
+
+class TestSmallControls : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        set_message_box({});
+        set_fatal_error_handler({});
+    }
+
+    // Text box
+
+    void text_box_gives_back_what_was_set_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("kept");
+        const auto same = [](const char* name, const QString& text) { QTest::newRow(name) << text << text; };
+        same("empty", {});
+        same("plain", u"Artist - Title.mp3"_s);
+        same("blanks at both ends", u"  a  "_s);
+        same("line breaks", u"a\nb\r\nc"_s);
+        same("tabs and other controls", u"a\tb\x01\x1f\x7f"_s);
+        same("paragraph and line separators", u"a\u2028b\u2029c"_s);
+        same("a stray byte of a name", u"Bj\xdcf6rk"_s);
+        same("a backslash inside a name", u"a\uf05cb"_s);
+        same("Korean", u"서태지"_s);
+        same("beyond the basic plane", u"\U0001D11E"_s);
+        same("markup", u"<b>a</b> & b"_s);
+        same("255 characters", QString(u'x').repeated(255));
+        QTest::newRow("cut at a NUL") << u"a\0b"_s << u"a"_s;
+        QTest::newRow("a NUL first") << u"\0b"_s << QString();
+    }
+
+    void text_box_gives_back_what_was_set()
+    {
+        QFETCH(const QString, text);
+        QFETCH(const QString, kept);
+        TextBox box;
+        box.set_Text(u"before"_s);
+        box.set_Text(text);
+        QCOMPARE(box.Text(), kept);
+        QCOMPARE(box.cursorPosition(), 0);
+    }
+
+    void text_box_tells_changes_from_code_and_by_typing()
+    {
+        TextBox box;
+        const QSignalSpy changes(&box, &TextBox::Change);
+        box.set_Text(u"a"_s);
+        QCOMPARE(changes.size(), 1);
+        box.set_Text(u"a"_s);
+        QCOMPARE(changes.size(), 1);
+        box.set_Text({});
+        QCOMPARE(changes.size(), 2);
+        QTest::keyClicks(&box, u"xy"_s);
+        QCOMPARE(changes.size(), 4);
+        QCOMPARE(box.Text(), u"xy"_s);
+    }
+
+    void text_box_cuts_pasted_text_at_a_nul()
+    {
+        TextBox box;
+        const QSignalSpy changes(&box, &TextBox::Change);
+        box.insert(u"ab\0cd"_s);
+        QCOMPARE(box.Text(), u"ab"_s);
+        QCOMPARE(changes.size(), 1);
+    }
+
+    void text_box_change_handler_may_set_the_text_back()
+    {
+        TextBox box;
+        connect(&box, &TextBox::Change, this, [&box] { box.set_Text(u"name.mp3"_s); });
+        QTest::keyClicks(&box, u"x"_s);
+        QCOMPARE(box.Text(), u"name.mp3"_s);
+    }
+
+    void text_box_tells_focus_and_mouse()
+    {
+        QWidget window;
+        auto* first = new TextBox(&window);
+        auto* second = new TextBox(&window);
+        second->move(0, 40);
+        window.resize(200, 80);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        first->setFocus();
+        const QSignalSpy focus(second, &TextBox::GotFocus);
+        const QSignalSpy moves(second, &TextBox::MouseMove);
+        QTest::keyClick(first, Qt::Key_Tab);
+        QCOMPARE(focus.size(), 1);
+        QTest::mouseMove(window.windowHandle(), second->geometry().center());
+        QCOMPARE(moves.size(), 1);
+    }
+
+    // Combo box
+
+    void combo_box_keeps_alphabetical_order()
+    {
+        ComboBox box;
+        for (const QString& text :
+             {u"Pop"_s, u"blues"_s, u"Zouk"_s, QString(), u"A Cappella"_s, u"Blues Rock"_s, u"a"_s})
+            box.AddItem(text);
+        QCOMPARE(entries(box),
+                 (QStringList{QString(), u"a"_s, u"A Cappella"_s, u"blues"_s, u"Blues Rock"_s, u"Pop"_s, u"Zouk"_s}));
+    }
+
+    void combo_box_selects_nothing_by_itself()
+    {
+        ComboBox box;
+        box.AddItem(u"b"_s);
+        QCOMPARE(box.ListIndex(), -1);
+        QCOMPARE(box.Text(), QString());
+        box.AddItem(QString());
+        QCOMPARE(box.ListIndex(), -1);
+    }
+
+    void combo_box_keeps_the_selected_entry_when_others_come()
+    {
+        ComboBox box;
+        box.AddItem(u"b"_s);
+        box.set_ListIndex(0);
+        box.AddItem(u"a"_s);
+        box.AddItem(u"c"_s);
+        QCOMPARE(box.ListIndex(), 1);
+        QCOMPARE(box.Text(), u"b"_s);
+    }
+
+    void combo_box_ignores_positions_that_do_not_exist_data()
+    {
+        QTest::addColumn<int>("position");
+        QTest::addColumn<int>("left");
+        QTest::newRow("first") << 0 << 0;
+        QTest::newRow("last") << 2 << 2;
+        QTest::newRow("none") << -1 << -1;
+        QTest::newRow("behind the last") << 3 << 1;
+        QTest::newRow("far behind") << 100000 << 1;
+        QTest::newRow("before none") << -2 << 1;
+    }
+
+    void combo_box_ignores_positions_that_do_not_exist()
+    {
+        QFETCH(const int, position);
+        QFETCH(const int, left);
+        ComboBox box;
+        for (const QString& text : {u"a"_s, u"b"_s, u"c"_s})
+            box.AddItem(text);
+        box.set_ListIndex(1);
+        box.set_ListIndex(position);
+        QCOMPARE(box.ListIndex(), left);
+        QCOMPARE(box.Text(), QStringList({u"a"_s, u"b"_s, u"c"_s}).value(left));
+    }
+
+    void combo_box_clears()
+    {
+        ComboBox box;
+        box.AddItem(u"a"_s);
+        box.set_ListIndex(0);
+        box.Clear();
+        QCOMPARE(box.count(), 0);
+        QCOMPARE(box.ListIndex(), -1);
+        box.AddItem(u"b"_s);
+        QCOMPARE(box.ListIndex(), -1);
+    }
+
+    void combo_box_tells_focus()
+    {
+        QWidget window;
+        auto* box = new ComboBox(&window);
+        const QSignalSpy focus(box, &ComboBox::GotFocus);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        box->setFocus();
+        QTRY_VERIFY(!focus.isEmpty());
+    }
+
+    // Status bar
+
+    void status_bar_places_its_panels()
+    {
+        StatusBar bar({1500, 3000, 100});
+        bar.resize(600, 22);
+        bar.show();
+        const auto labels = bar.findChildren<QLabel*>();
+        QCOMPARE(labels.size(), 3);
+        QCOMPARE(labels[0]->x(), 0);
+        QCOMPARE(labels[1]->x(), 100);
+        QCOMPARE(labels[2]->x(), 300);
+        QCOMPARE(labels[2]->geometry().right(), 599);
+        bar.set_panel_width(2, 4500);
+        QCOMPARE(bar.panel_width(2), 4500);
+        QCOMPARE(labels[2]->x(), 400);
+        QCOMPARE(labels[2]->geometry().right(), 599);
+        bar.resize(300, 22);
+        QCOMPARE(labels[2]->width(), 0);
+    }
+
+    void status_bar_keeps_texts_whole()
+    {
+        StatusBar bar({300, 600});
+        const QString text = u"123456 files with a <b>text</b> much too long/789MB"_s;
+        bar.set_panel_text(1, text);
+        bar.set_panel_text(2, u"0 MB"_s);
+        QCOMPARE(bar.panel_text(1), text);
+        QCOMPARE(bar.panel_text(2), u"0 MB"_s);
+        const auto labels = bar.findChildren<QLabel*>();
+        QCOMPARE(labels[0]->textFormat(), Qt::PlainText);
+        QCOMPARE(QAccessible::queryAccessibleInterface(labels[0])->text(QAccessible::Name), text);
+    }
+
+    void status_bar_tells_the_mouse_over_its_panels()
+    {
+        StatusBar bar({1500, 3000});
+        bar.resize(600, 22);
+        bar.show();
+        const QSignalSpy moves(&bar, &StatusBar::MouseMove);
+        QTest::mouseMove(bar.windowHandle(), QPoint(50, 10));
+        QTest::mouseMove(bar.windowHandle(), QPoint(250, 10));
+        QCOMPARE(moves.size(), 2);
+    }
+
+    // Toolbar
+
+    void toolbar_counts_separators()
+    {
+        Toolbar bar;
+        bar.Add(u"new"_s, {}, u"New Folder"_s);
+        bar.Add(u"copy"_s, {}, u"Copy"_s);
+        bar.AddSeparator();
+        bar.Add(u"paste"_s, {}, u"Paste"_s);
+        QCOMPARE(bar.button(1), bar.button(u"new"_s));
+        QCOMPARE(bar.button(2)->toolTip(), u"Copy"_s);
+        QVERIFY(bar.button(3)->isSeparator());
+        QCOMPARE(bar.button(4), bar.button(u"paste"_s));
+        QVERIFY(bar.button(0) == nullptr);
+        QVERIFY(bar.button(5) == nullptr);
+        QVERIFY(bar.button(u"none"_s) == nullptr);
+    }
+
+    void toolbar_refuses_a_key_twice()
+    {
+        Toolbar bar;
+        bar.Add(u"copy"_s, {}, u"Copy"_s);
+        QVERIFY_THROWS_EXCEPTION(RunTimeError, bar.Add(u"copy"_s, {}, u"Other"_s));
+        QCOMPARE(bar.actions().size(), 1);
+    }
+
+    void toolbar_tells_which_button_was_pressed_data()
+    {
+        QTest::addColumn<bool>("by_key");
+        QTest::newRow("by mouse") << false;
+        QTest::newRow("by keyboard") << true;
+    }
+
+    void toolbar_tells_which_button_was_pressed()
+    {
+        QFETCH(const bool, by_key);
+        QWidget window;
+        auto* bar = new Toolbar(&window);
+        bar->Add(u"copy"_s, {}, u"Copy"_s);
+        bar->Add(u"paste"_s, {}, u"Paste"_s);
+        bar->resize(120, 34);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        const QSignalSpy clicks(bar, &Toolbar::ButtonClick);
+        QWidget* paste = bar->widgetForAction(bar->button(u"paste"_s));
+        if (by_key) {
+            bar->widgetForAction(bar->button(u"copy"_s))->setFocus(Qt::TabFocusReason);
+            QTest::keyClick(&window, Qt::Key_Tab);
+            QVERIFY(paste->hasFocus());
+            QTest::keyClick(paste, Qt::Key_Space);
+        } else {
+            QTest::mouseClick(paste, Qt::LeftButton);
+        }
+        QCOMPARE(clicks.size(), 1);
+        QCOMPARE(clicks.first().first().toString(), u"paste"_s);
+    }
+
+    void toolbar_names_follow_the_tips()
+    {
+        Toolbar bar;
+        bar.Add(u"refresh"_s, {}, u"Refresh"_s);
+        const auto name = [&bar] {
+            return QAccessible::queryAccessibleInterface(bar.widgetForAction(bar.button(1)))->text(QAccessible::Name);
+        };
+        QCOMPARE(name(), u"Refresh"_s);
+        bar.button(1)->setToolTip(u"Erneuern"_s);
+        QCOMPARE(name(), u"Erneuern"_s);
+        QCOMPARE(bar.button(1)->toolTip(), u"Erneuern"_s);
+    }
+
+    void toolbar_tells_the_mouse_over_its_buttons()
+    {
+        Toolbar bar;
+        bar.Add(u"copy"_s, {}, u"Copy"_s);
+        bar.AddSeparator();
+        bar.Add(u"paste"_s, {}, u"Paste"_s);
+        bar.resize(300, 34);
+        bar.show();
+        const QSignalSpy moves(&bar, &Toolbar::MouseMove);
+        QTest::mouseMove(bar.windowHandle(), bar.actionGeometry(bar.button(1)).center());
+        QTest::mouseMove(bar.windowHandle(), bar.actionGeometry(bar.button(2)).center());
+        QTest::mouseMove(bar.windowHandle(), QPoint(290, 10));
+        QCOMPARE(moves.size(), 3);
+    }
+
+    // Message boxes
+
+    void message_box_is_modal_plain_and_titled()
+    {
+        install_message_window(u"Vurlo Utility"_s);
+        QWidget window;
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        const QString text = u"<b>name</b>\nis already selected"_s;
+        bool seen = false;
+        answer_next_box([&](const QMessageBox& box) {
+            seen = true;
+            QCOMPARE(box.text(), text);
+            QCOMPARE(box.textFormat(), Qt::PlainText);
+            QCOMPARE(box.windowTitle(), u"A title"_s);
+            QCOMPARE(box.icon(), QMessageBox::Information);
+            QCOMPARE(box.buttons().size(), 1);
+            QCOMPARE(box.parentWidget(), &window);
+            QVERIFY(box.isModal());
+        });
+        MsgBox(text, message_box_information, u"A title"_s);
+        QVERIFY(seen);
+    }
+
+    void run_time_error_shows_number_and_text()
+    {
+        install_message_window(u"Vurlo Utility"_s);
+        NotedMessages messages;
+        show_run_time_error(RunTimeError(RunTimeError::type_mismatch));
+        QCOMPARE(messages.take(), QStringList{own_word(Word::run_time_error).arg(13) + u"\n\nType mismatch"_s});
+        QCOMPARE(messages.last_title, u"Vurlo Utility"_s);
+        QCOMPARE(messages.last_style, message_box_information);
+    }
+
+    void guarded_handlers_hand_errors_over()
+    {
+        QList<int> numbers;
+        set_fatal_error_handler([&numbers](const RunTimeError& error) { numbers.append(error.number()); });
+        QStringList handled;
+        auto handler = guarded([&handled](const QString& text) {
+            if (text.isEmpty())
+                throw RunTimeError(RunTimeError::overflow);
+            handled.append(text);
+        });
+        handler(u"a"_s);
+        handler(QString());
+        handler(u"b"_s);
+        QCOMPARE(handled, (QStringList{u"a"_s, u"b"_s}));
+        QCOMPARE(numbers, QList<int>{6});
+    }
+
+    void an_error_that_nobody_handles_is_shown_and_ends_the_program_with_status_1()
+    {
+        std::array<int, 2> ends{};
+        QCOMPARE(pipe(ends.data()), 0);
+        const pid_t child = fork();
+        if (child == 0) {
+            set_message_box([&ends](const QString& text, int, const QString&) {
+                const QByteArray bytes = text.toUtf8();
+                (void)!write(ends[1], bytes.constData(), static_cast<std::size_t>(bytes.size()));
+            });
+            fatal_run_time_error(RunTimeError(RunTimeError::overflow));
+            _exit(0);
+        }
+        close(ends[1]);
+        QByteArray shown(1000, '\0');
+        shown.truncate(read(ends[0], shown.data(), static_cast<std::size_t>(shown.size())));
+        close(ends[0]);
+        int status = 0;
+        QCOMPARE(waitpid(child, &status, 0), child);
+        QVERIFY(WIFEXITED(status));
+        QCOMPARE(WEXITSTATUS(status), 1);
+        QCOMPARE(QString::fromUtf8(shown), own_word(Word::run_time_error).arg(6) + u"\n\nOverflow"_s);
+    }
+
+    // Splash
+
+    void splash_stays_until_the_main_form_stands()
+    {
+        int calls = 0;
+        bool visible = false;
+        bool running = true;
+        QPointer<Splash_Dlg> splash;
+        splash = new Splash_Dlg([&] {
+            ++calls;
+            visible = splash->isVisible();
+            running = splash->findChild<QTimer*>(u"Timer_splash"_s)->isActive();
+        });
+        auto* timer = splash->findChild<QTimer*>(u"Timer_splash"_s);
+        QVERIFY(timer != nullptr);
+        QCOMPARE(timer->interval(), 1000);
+        QVERIFY(timer->isActive());
+        splash->show();
+        QVERIFY(splash->windowFlags().testFlag(Qt::FramelessWindowHint));
+        QVERIFY(QTest::qWaitForWindowExposed(splash.data()));
+        QCOMPARE(calls, 0);
+        timer->setInterval(0);
+        QTRY_VERIFY(splash.isNull());
+        QCOMPARE(calls, 1);
+        QVERIFY(visible);
+        QVERIFY(!running);
+    }
+
+    void splash_ends_the_program_when_the_main_form_fails()
+    {
+        QList<int> numbers;
+        set_fatal_error_handler([&numbers](const RunTimeError& error) { numbers.append(error.number()); });
+        auto* splash = new Splash_Dlg([] { throw RunTimeError(RunTimeError::type_mismatch); });
+        splash->findChild<QTimer*>(u"Timer_splash"_s)->setInterval(0);
+        QTRY_COMPARE(numbers, QList<int>{13});
+    }
+
+    void splash_picture_has_its_words()
+    {
+        const Picture picture = splash_picture();
+        QImage image(picture.size, QImage::Format_ARGB32_Premultiplied);
+        QPainter painter(&image);
+        picture.draw(painter, image.rect());
+        painter.end();
+        int white = 0;
+        for (int y = 222; y < 242; ++y)
+            for (int x = 40; x < 260; ++x)
+                white += image.pixelColor(x, y) == palette::on_accent ? 1 : 0;
+        QVERIFY(white > 50);
+    }
+
+    // Look
+
+    void look_is_the_same_on_every_desktop()
+    {
+        QPalette dark;
+        dark.setColor(QPalette::Window, Qt::black);
+        dark.setColor(QPalette::WindowText, Qt::white);
+        QApplication::setPalette(dark);
+        apply_look();
+        const QPalette colours = QApplication::palette();
+        for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+            QCOMPARE(colours.color(group, QPalette::Window), palette::panel);
+            QCOMPARE(colours.color(group, QPalette::WindowText), palette::ink);
+            QCOMPARE(colours.color(group, QPalette::Base), palette::paper);
+            QCOMPARE(colours.color(group, QPalette::Text), palette::ink);
+            QCOMPARE(colours.color(group, QPalette::Button), palette::panel);
+            QCOMPARE(colours.color(group, QPalette::ButtonText), palette::ink);
+            QCOMPARE(colours.color(group, QPalette::Highlight), palette::accent);
+            QCOMPARE(colours.color(group, QPalette::HighlightedText), palette::on_accent);
+        }
+        QCOMPARE(QToolTip::palette().color(QPalette::ToolTipText), palette::paper);
+        QCOMPARE(QApplication::font().families().value(0), u"Tahoma"_s);
+        QCOMPARE(korean_font().families().value(0), u"굴림"_s);
+        QVERIFY(!QApplication::windowIcon().isNull());
+    }
+};
+
+QUILMO_UI_TEST(TestSmallControls)
+
+#include "test_small_controls.moc"
