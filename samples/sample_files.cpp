@@ -51,7 +51,7 @@ QByteArray sample_audio(const SampleAudio& audio)
     const std::int64_t bytes_per_second = bits_per_second(audio.header) / 8;
     if (rate == 0 || bytes_per_second == 0)
         return {};
-    const auto end_of = [&](int frames) { return frames * samples_per_frame * bytes_per_second / rate; };
+    const auto end_of = [&](std::int64_t frames) { return frames * samples_per_frame * bytes_per_second / rate; };
     QByteArray bytes;
     bytes.reserve(end_of(audio.frames));
     const std::int64_t plain_length = end_of(1);
