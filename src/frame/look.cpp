@@ -5,7 +5,7 @@
 
 #include <QApplication>
 #include <QPalette>
-#include <QStyleFactory>
+#include <QProxyStyle>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
@@ -14,6 +14,45 @@ namespace {
 
 constexpr int font_pixels = 12; ///< the forms are laid out in logical pixels, so their font is measured in them too
 constexpr QSize icon_size(64, 64);
+constexpr QSize box_icon_size(32, 32);
+
+/// The toolkit's plain style with the program's own signs in message boxes, and with a quieter selection in the pane
+/// that the keys don't go to.
+class ProgramStyle : public QProxyStyle
+{
+public:
+    ProgramStyle() : QProxyStyle(u"Fusion"_s) {}
+
+    QIcon standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const override
+    {
+        switch (which) {
+        case SP_MessageBoxInformation:
+            return box_icon(u"information"_s);
+        case SP_MessageBoxQuestion:
+            return box_icon(u"question"_s);
+        case SP_MessageBoxWarning:
+            return box_icon(u"warning"_s);
+        case SP_MessageBoxCritical:
+            return box_icon(u"critical"_s);
+        default:
+            return QProxyStyle::standardIcon(which, option, widget);
+        }
+    }
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* answer) const override
+    {
+        if (hint == SH_ItemView_ChangeHighlightOnFocus)
+            return 1;
+        return QProxyStyle::styleHint(hint, option, widget, answer);
+    }
+
+private:
+    static QIcon box_icon(const QString& name)
+    {
+        return icon_of(svg_picture(u":/icons/box_%1.svg"_s.arg(name), box_icon_size));
+    }
+};
 
 QFont font_of(const QStringList& families)
 {
@@ -31,6 +70,8 @@ QPalette program_palette()
     colours.setColor(QPalette::Midlight, palette::panel_dark);
     colours.setColor(QPalette::Highlight, palette::accent);
     colours.setColor(QPalette::HighlightedText, palette::on_accent);
+    colours.setColor(QPalette::Inactive, QPalette::Highlight, palette::line);
+    colours.setColor(QPalette::Inactive, QPalette::HighlightedText, palette::ink);
     colours.setColor(QPalette::Link, palette::accent);
     colours.setColor(QPalette::LinkVisited, palette::accent_dark);
     colours.setColor(QPalette::PlaceholderText, palette::soft_ink);
@@ -47,7 +88,7 @@ QPalette program_palette()
 
 void apply_look()
 {
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setStyle(new ProgramStyle);
     QApplication::setPalette(program_palette());
     QToolTip::setPalette(program_palette());
     QApplication::setFont(form_font());

@@ -70,11 +70,11 @@ QColor lightest(const QImage& image, const QRect& rect)
 }
 
 const QStringList expected_pictures{
-    u"back_5"_s,     u"cd_drive"_s,    u"computer"_s,      u"copy"_s,          u"delete"_s,
-    u"drive"_s,      u"fif"_s,         u"folder"_s,        u"forward_5"_s,     u"muted"_s,
-    u"muted_over"_s, u"network"_s,     u"network_drive"_s, u"new_folder"_s,    u"next"_s,
-    u"not_fif"_s,    u"open_folder"_s, u"paste"_s,         u"play"_s,          u"previous"_s,
-    u"refresh"_s,    u"removable"_s,   u"sound_on"_s,      u"sound_on_over"_s, u"stop"_s};
+    u"back_5"_s,    u"box_critical"_s, u"box_information"_s, u"box_question"_s,  u"box_warning"_s,   u"cd_drive"_s,
+    u"computer"_s,  u"copy"_s,         u"delete"_s,          u"drive"_s,         u"fif"_s,           u"folder"_s,
+    u"forward_5"_s, u"muted"_s,        u"muted_over"_s,      u"network"_s,       u"network_drive"_s, u"new_folder"_s,
+    u"next"_s,      u"not_fif"_s,      u"open_folder"_s,     u"paste"_s,         u"play"_s,          u"previous"_s,
+    u"refresh"_s,   u"removable"_s,    u"sound_on"_s,        u"sound_on_over"_s, u"stop"_s};
 
 void add_face_states()
 {
@@ -195,6 +195,14 @@ private Q_SLOTS:
         const QImage plain = icon.pixmap(16, QIcon::Normal).toImage();
         const QImage disabled = icon.pixmap(16, QIcon::Disabled).toImage();
         QVERIFY(disabled.pixelColor(8, 10).alpha() < plain.pixelColor(8, 10).alpha() / 2);
+    }
+
+    void an_icon_in_a_selected_row_stands_on_paper()
+    {
+        const QIcon icon = icon_of(svg_picture(u":/icons/fif.svg"_s, {16, 16}));
+        const auto ground = [&icon](QIcon::Mode mode) { return icon.pixmap(16, mode).toImage().pixelColor(8, 1); };
+        QCOMPARE(ground(QIcon::Normal).alpha(), 0);
+        QCOMPARE(ground(QIcon::Selected), palette::paper);
     }
 
     void an_icon_without_picture_is_no_icon()

@@ -388,6 +388,23 @@ private Q_SLOTS:
         QVERIFY(seen);
     }
 
+    void message_box_breaks_a_long_name()
+    {
+        install_message_window(u"Vurlo Utility"_s);
+        const QString name = u"😀"_s + QString(u'W').repeated(250);
+        bool fits = false;
+        QString shown;
+        answer_next_box([&](const QMessageBox& box) {
+            const auto* label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
+            fits =
+                label->width() <= box.width() && box.width() < QFontMetrics(label->font()).horizontalAdvance(name) / 2;
+            shown = box.text();
+        });
+        MsgBox(name + u" is playing"_s, message_box_information, u"A title"_s);
+        QVERIFY(fits);
+        QCOMPARE(shown.remove(QChar(0x200b)), name + u" is playing"_s);
+    }
+
     void run_time_error_shows_number_and_text()
     {
         install_message_window(u"Vurlo Utility"_s);
@@ -500,6 +517,10 @@ private Q_SLOTS:
         QApplication::setPalette(dark);
         apply_look();
         const QPalette colours = QApplication::palette();
+        QCOMPARE(colours.color(QPalette::Active, QPalette::Highlight), palette::accent);
+        QCOMPARE(colours.color(QPalette::Active, QPalette::HighlightedText), palette::on_accent);
+        QCOMPARE(colours.color(QPalette::Inactive, QPalette::Highlight), palette::line);
+        QCOMPARE(colours.color(QPalette::Inactive, QPalette::HighlightedText), palette::ink);
         for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
             QCOMPARE(colours.color(group, QPalette::Window), palette::panel);
             QCOMPARE(colours.color(group, QPalette::WindowText), palette::ink);
@@ -507,8 +528,6 @@ private Q_SLOTS:
             QCOMPARE(colours.color(group, QPalette::Text), palette::ink);
             QCOMPARE(colours.color(group, QPalette::Button), palette::panel);
             QCOMPARE(colours.color(group, QPalette::ButtonText), palette::ink);
-            QCOMPARE(colours.color(group, QPalette::Highlight), palette::accent);
-            QCOMPARE(colours.color(group, QPalette::HighlightedText), palette::on_accent);
         }
         QCOMPARE(QToolTip::palette().color(QPalette::ToolTipText), palette::paper);
         QCOMPARE(QApplication::font().families().value(0), u"Tahoma"_s);

@@ -1,5 +1,7 @@
 #include "platform/controls/Picture.h"
 
+#include "platform/controls/palette.h"
+
 #include <QIconEngine>
 #include <QPixmap>
 #include <QSvgRenderer>
@@ -19,6 +21,16 @@ static void load_resources()
 namespace {
 
 constexpr double disabled_opacity = 0.4;
+constexpr double plate_radius = 0.2; ///< share of the plate's width
+
+/// The ground of an icon in a selected row, where the colour of the selection would swallow it.
+void draw_plate(QPainter& painter, const QRectF& rect)
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(palette::paper);
+    painter.drawRoundedRect(rect, rect.width() * plate_radius, rect.width() * plate_radius);
+}
 
 /// An SVG drawing that is read when it is drawn first.
 class SvgDrawing
@@ -71,23 +83,30 @@ public:
 private:
     QPixmap drawn(const QSize& pixels, QIcon::Mode mode)
     {
-        const bool disabled = mode == QIcon::Disabled;
-        QPixmap& kept = drawn_[{pixels.width(), pixels.height(), disabled}];
+        QPixmap& kept = drawn_[{pixels.width(), pixels.height(), mode}];
         if (kept.isNull() && !pixels.isEmpty()) {
             kept = QPixmap(pixels);
             kept.fill(Qt::transparent);
             QPainter painter(&kept);
-            painter.setOpacity(disabled ? disabled_opacity : 1.0);
-            QRectF place(QPointF(), QSizeF(picture_.size).scaled(pixels, Qt::KeepAspectRatio));
-            place.moveCenter(QRectF(QPointF(), pixels).center());
-            if (!picture_.is_empty())
-                picture_.draw(painter, place);
+            draw(painter, QRectF(QPointF(), pixels), mode);
         }
         return kept;
     }
 
+    void draw(QPainter& painter, const QRectF& rect, QIcon::Mode mode) const
+    {
+        if (picture_.is_empty())
+            return;
+        QRectF place(QPointF(), QSizeF(picture_.size).scaled(rect.size(), Qt::KeepAspectRatio));
+        place.moveCenter(rect.center());
+        if (mode == QIcon::Selected)
+            draw_plate(painter, place);
+        painter.setOpacity(mode == QIcon::Disabled ? disabled_opacity : 1.0);
+        picture_.draw(painter, place);
+    }
+
     Picture picture_;
-    std::map<std::tuple<int, int, bool>, QPixmap> drawn_;
+    std::map<std::tuple<int, int, QIcon::Mode>, QPixmap> drawn_;
 };
 
 } // namespace
