@@ -1,0 +1,322 @@
+#include "frame/QuilmoMain.h"
+
+#include "convert/genre_controls.h"
+#include "core/mod_of_grobal_var.h"
+#include "core/user_settings.h"
+#include "mp3/cIDV3.h"
+#include "platform/controls/ShellExecute.h"
+#include "platform/controls/message_window.h"
+#include "platform/twips.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QMargins form_margins(8, 8, 4, 8); ///< the panes leave 4 pixels at their right by themselves
+constexpr i32 disc_megabytes = 650;
+constexpr int scroll_milliseconds = 350;
+constexpr QSize large_screen(1024, 768);
+
+} // namespace
+
+QuilmoMain::QuilmoMain()
+    : form_(new QWidget),
+      controls_(*form_),
+      menus_(*menuBar(), *this),
+      layout_(controls_, [this](int width, int height) { set_form_size(width, height); }),
+      hover_(controls_),
+      detail_boxes_(controls_),
+      tree_(*controls_.tvTreeView),
+      picks_(*controls_.lvListView, *controls_.StatusBar1,
+             {.selected_tree_key = [this] { return tree_.selected_key(); },
+              .click_row = [this](int index) { list_.ItemClick(index); },
+              .show_final_list = [this] { show_final_list(); }}),
+      list_(*controls_.lvListView, *controls_.StatusBar1, picks_)
+{
+    build_window();
+    connect_panes();
+    connect_buttons();
+    connect_menus();
+    connect_toolbar();
+    connect_focus();
+    connect_hover();
+    Load();
+}
+
+void QuilmoMain::build_window()
+{
+    setObjectName(u"QuilmoMain"_s);
+    setWindowTitle(u"Vurlo Utility Ver 1.0"_s);
+    addToolBar(controls_.main_toolbar);
+
+    auto* ground = new QWidget;
+    auto* rows = new QVBoxLayout(ground);
+    rows->setContentsMargins({});
+    rows->setSpacing(0);
+    auto* form_row = new QHBoxLayout;
+    form_row->setContentsMargins(form_margins);
+    form_row->addWidget(form_);
+    rows->addLayout(form_row, 1);
+    rows->addWidget(controls_.StatusBar1);
+    setCentralWidget(ground);
+
+    form_->setObjectName(u"form"_s);
+    form_->resize(to_pixels(design_form_width), to_pixels(design_form_height));
+    form_->setMinimumSize(form_->size());
+    resize(layout()->totalMinimumSize());
+    ground->setMouseTracking(true);
+    form_->setMouseTracking(true);
+    qApp->installEventFilter(this);
+    controls_.tvTreeView->setFocus();
+}
+
+// The order of these steps is part of the program's behaviour: what fails leaves all that stands behind it undone.
+void QuilmoMain::Load()
+{
+    freeze_on_small_screen(*this, screen()->size());
+    shared.language_id = QUILMO_LANGUAGE;
+    apply_language_main();
+    keep_minimum_size();
+    player_.Stop();
+    tree_.init_main_tree();
+    layout_.initial_ctl_position(to_twips(form_->width()), to_twips(form_->height()));
+    shared.last_open_node_index = -1;
+    set_list_view(ListView::ViewMode::report);
+    id3().init_FillComboGenre(*controls_.cboGenre);
+    shared.cd_capacity_mb = disc_megabytes;
+    prepare_title_scroller();
+    picks_.show_final_total();
+    shared.is_muted = 0;
+    controls_.volume_button.set_Height(controls_.Picture_back_volume.Height());
+    controls_.volume_button.set_Top(0);
+    shared.focus_pane = pane_none;
+    shared.copy_source_kind = 0;
+    shared.enter_saves = 0;
+    shared.is_playing = 0;
+    read_settings();
+    restore_volume();
+    show_genre_controls(*controls_.cboGenre, *controls_.txtGenre, shared.genre_type, shared.fif_type);
+}
+
+void QuilmoMain::apply_language_main()
+{
+    // The window is designed in English, so nothing differs there.
+}
+
+void QuilmoMain::keep_minimum_size()
+{
+    shared.min_form_width = checked<i16>(to_twips(form_->width()));
+    shared.min_form_height = checked<i16>(to_twips(form_->height()));
+    form_->setMinimumSize(to_pixels(shared.min_form_width), to_pixels(shared.min_form_height));
+}
+
+void QuilmoMain::prepare_title_scroller()
+{
+    controls_.Timer_of_text_scroll->setInterval(scroll_milliseconds);
+    controls_.Timer_of_text_scroll->stop();
+    controls_.label_title_of_player.set_Height(to_twips(fontMetrics().height()));
+}
+
+void QuilmoMain::restore_volume()
+{
+    const int room = controls_.Picture_back_volume.Width() - controls_.volume_button.Width();
+    controls_.volume_button.set_Left(rounded<i32>(room / 100.0 * shared.vol_type));
+}
+
+// A dialog that was never opened has nothing to unload.
+void QuilmoMain::Unload()
+{
+    final_list_dialog_.reset();
+    player_.Stop();
+    write_settings();
+}
+
+void QuilmoMain::closeEvent(QCloseEvent* event)
+{
+    guarded([this] { Unload(); })();
+    QMainWindow::closeEvent(event);
+}
+
+void QuilmoMain::connect_panes()
+{
+    connect(&tree_, &FolderTree::files_wanted, &list_, &FileList::FillListView);
+    connect(&tree_, &FolderTree::no_files_wanted, &*controls_.lvListView, &ListView::Clear);
+    connect(&list_, &FileList::folder_failed, &tree_, &FolderTree::fall_back_to_parent);
+    connect(&list_, &FileList::popup_wanted, this, &QuilmoMain::show_list_menu);
+    connect(&*controls_.txtFilename, &TextBox::Change, &list_, guarded([this] { bring_filename_back(); }));
+}
+
+void QuilmoMain::connect_buttons()
+{
+    connect(&*controls_.cmd_select_all, &UsrButton::Click, &picks_, guarded([this] { picks_.cmd_select_all_Click(); }));
+    connect(&*controls_.cmdRemove, &UsrButton::Click, &picks_, guarded([this] { picks_.cmdRemove_Click(); }));
+    connect(&*controls_.Change_all, &UsrButton::Click, &picks_, guarded([this] { picks_.Change_all_Click(); }));
+}
+
+void QuilmoMain::connect_menus()
+{
+    do_on(u"menu_File_Exit"_s, [this] { close(); });
+    do_on(u"menu_View_list"_s, [this] { set_list_view(ListView::ViewMode::list); });
+    do_on(u"menu_View_details"_s, [this] { set_list_view(ListView::ViewMode::report); });
+    do_on(u"menu_View_refresh"_s, [this] { tree_.refresh_all(); });
+    do_on(u"menu_Tool_Select_all"_s, [this] { picks_.cmd_select_all_Click(); });
+    do_on(u"mnu_ListView_select_all"_s, [this] { picks_.cmd_select_all_Click(); });
+    do_on(u"menu_Tool_clear_all"_s, [this] { picks_.cmdRemove_Click(); });
+    do_on(u"menu_Tool_display_final_list"_s, [this] { picks_.Change_all_Click(); });
+}
+
+void QuilmoMain::do_on(const QString& entry, std::function<void()> handler)
+{
+    connect(&menus_.entry(entry), &QAction::triggered, this,
+            guarded([handler = std::move(handler)](bool /*checked*/) { handler(); }));
+}
+
+void QuilmoMain::connect_toolbar()
+{
+    for (QAction* button : controls_.main_toolbar->actions())
+        button->setEnabled(has_command(button->objectName()));
+    connect(controls_.main_toolbar, &Toolbar::ButtonClick, this, guarded([this](const QString& key) {
+                if (key == u"Refresh"_s)
+                    tree_.refresh_all();
+            }));
+}
+
+void QuilmoMain::connect_focus()
+{
+    const auto notes_pane = [this](const auto& control, FocusPane pane) {
+        using Control = std::remove_reference_t<decltype(*control)>;
+        connect(&*control, &Control::GotFocus, &hover_, [pane] {
+            shared.focus_pane = pane;
+            shared.enter_saves = 0;
+        });
+    };
+    notes_pane(controls_.txtArtist, pane_artist);
+    notes_pane(controls_.txtFilename, pane_filename);
+    notes_pane(controls_.txtTitle, pane_title);
+    notes_pane(controls_.txtGenre, pane_genre);
+    notes_pane(controls_.cboGenre, pane_none);
+    connect(&*controls_.label_title_of_player, &TextBox::GotFocus, &hover_,
+            [] { shared.focus_pane = pane_player_title; });
+    connect(&*controls_.cmdSave, &UsrButton::GotFocus, &hover_, [this] {
+        controls_.cmdSave->SetMoveImg();
+        shared.enter_saves = 1;
+    });
+    connect(&*controls_.cmdSave, &UsrButton::LostFocus, &hover_, [this] {
+        controls_.cmdSave->DelMoveImg();
+        shared.enter_saves = 0;
+    });
+}
+
+void QuilmoMain::connect_hover()
+{
+    const auto puts_out_buttons = [this](const auto& control, auto mouse_move) {
+        connect(&control, mouse_move, &hover_, [this] { hover_.init_ctl_over(); });
+    };
+    puts_out_buttons(*controls_.main_toolbar, &Toolbar::MouseMove);
+    puts_out_buttons(*controls_.Picture_mp3_back, &PictureBox::MouseMove);
+    puts_out_buttons(*controls_.lvListView, &ListView::MouseMove);
+    puts_out_buttons(*controls_.tvTreeView, &TreeView::MouseMove);
+    puts_out_buttons(*controls_.StatusBar1, &StatusBar::MouseMove);
+    connect(&*controls_.cmdSave, &UsrButton::MouseMove, &hover_, [] { shared.enter_saves = 1; });
+    connect(&*controls_.Label_filesize, &TextBox::MouseMove, &hover_, [] { shared.enter_saves = 0; });
+}
+
+void QuilmoMain::set_list_view(ListView::ViewMode mode)
+{
+    list_.set_View(mode);
+    menus_.check_view(mode);
+}
+
+// The new size comes back as a resize of its own, behind the one that is being worked on.
+void QuilmoMain::set_form_size(int width, int height)
+{
+    const QSize wanted(to_pixels(width), to_pixels(height));
+    QMetaObject::invokeMethod(
+        this, [this, wanted] { resize(size() + wanted - form_->size()); }, Qt::QueuedConnection);
+}
+
+void QuilmoMain::show_final_list()
+{
+    final_list_dialog_ =
+        std::make_unique<FIF_convert>(player_,
+                                      FIF_convert::Surroundings{.refresh_all = [this] { tree_.refresh_all(); },
+                                                                .small_icons = controls_.ImageList_listView},
+                                      this);
+    final_list_dialog_->exec();
+    final_list_dialog_.reset();
+    picks_.show_final_total();
+}
+
+// The menu opens at the mouse, or at the row that keys act on when the menu key asked for it.
+void QuilmoMain::show_list_menu(bool on_row)
+{
+    const ListView& list = *controls_.lvListView;
+    menus_.enable_list_entries(on_row);
+    const QPoint mouse = list.mapFromGlobal(QCursor::pos());
+    const int row = list.SelectedItem();
+    const bool at_mouse = row == 0 || list.rect().contains(mouse);
+    menus_.mnu_ListView().popup(list.mapToGlobal(at_mouse ? mouse : list.row_rect(row).bottomLeft()));
+}
+
+// The box shows the row's key, so a row renamed in place shows its old name here until the next fill, on purpose.
+void QuilmoMain::bring_filename_back()
+{
+    const QString text = list_.filename_box_text();
+    if (controls_.txtFilename->Text() != text)
+        controls_.txtFilename->set_Text(text);
+}
+
+bool QuilmoMain::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        if (const auto* widget = qobject_cast<QWidget*>(watched); widget != nullptr && widget->window() == this)
+            return KeyDown(static_cast<QKeyEvent*>(event)->key());
+        break;
+    case QEvent::MouseMove:
+        if (watched == form_ || watched == centralWidget())
+            hover_.init_ctl_over();
+        break;
+    case QEvent::Resize:
+        if (watched == form_)
+            errors_ignored([this] { layout_.Resize(to_twips(form_->width()), to_twips(form_->height())); });
+        break;
+    default:
+        break;
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+/// The form sees keys before its controls do. Gives whether the key was one of its own.
+bool QuilmoMain::KeyDown(int key)
+{
+    switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (shared.enter_saves != 1)
+            return false;
+        Q_EMIT controls_.cmdSave->Click();
+        controls_.cmdSave->DelMoveImg();
+        return true;
+    case Qt::Key_F1:
+        ShellExecuteA(QStringLiteral(QUILMO_WEB_ADDRESS));
+        return true;
+    default:
+        return false;
+    }
+}
+
+void freeze_on_small_screen(QWidget& window, QSize screen)
+{
+    if (screen.width() >= large_screen.width() || screen.height() >= large_screen.height())
+        return;
+    window.setFixedSize(window.size());
+    window.setWindowFlag(Qt::WindowMaximizeButtonHint, false);
+}

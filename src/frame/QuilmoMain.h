@@ -1,0 +1,70 @@
+#pragma once
+
+#include "convert/FIF_convert.h"
+#include "explorer/FileList.h"
+#include "explorer/FolderTree.h"
+#include "frame/DetailBoxes.h"
+#include "frame/Layout.h"
+#include "frame/MainControls.h"
+#include "frame/MainMenus.h"
+#include "frame/SilentTransport.h"
+#include "frame/hover.h"
+#include "selection/Picks.h"
+
+#include <QMainWindow>
+
+#include <memory>
+
+/// The main window. It only composes: it places the controls, owns the components that act on them and wires these
+/// together. At most one exists at a time.
+class QuilmoMain : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// Runs the whole Load. Raises "Type mismatch" for a stored setting that should be a number and is none.
+    QuilmoMain();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void build_window();
+    void Load();
+    void apply_language_main();
+    void keep_minimum_size();
+    void prepare_title_scroller();
+    void restore_volume();
+    void Unload();
+
+    void connect_panes();
+    void connect_buttons();
+    void connect_menus();
+    void connect_toolbar();
+    void connect_focus();
+    void connect_hover();
+    void do_on(const QString& entry, std::function<void()> handler);
+
+    void set_list_view(ListView::ViewMode mode);
+    void set_form_size(int width, int height);
+    void show_final_list();
+    void show_list_menu(bool on_row);
+    void bring_filename_back();
+    bool KeyDown(int key);
+
+    QWidget* form_; ///< the area of the hand-placed controls
+    MainControls controls_;
+    MainMenus menus_;
+    Layout layout_;
+    HoverRows hover_;
+    DetailBoxes detail_boxes_;
+    SilentTransport player_;
+    FolderTree tree_;
+    Picks picks_;
+    FileList list_;
+    std::unique_ptr<FIF_convert> final_list_dialog_;
+};
+
+/// On a screen below 1024 pixels in width and 768 in height the window keeps its size and can't be maximised.
+void freeze_on_small_screen(QWidget& window, QSize screen);

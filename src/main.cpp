@@ -1,0 +1,24 @@
+#include "core/Mod_of_nation.h"
+#include "frame/QuilmoMain.h"
+#include "frame/Splash_Dlg.h"
+#include "frame/look.h"
+#include "platform/controls/message_window.h"
+
+#include <QApplication>
+
+#include <memory>
+
+int main(int argc, char** argv)
+{
+    const QApplication application(argc, argv);
+    apply_look();
+    install_message_window(application_title());
+
+    std::unique_ptr<QuilmoMain> main_form;
+    auto* splash = new Splash_Dlg([&main_form] {
+        main_form = std::make_unique<QuilmoMain>();
+        main_form->show();
+    });
+    splash->show(); // it deletes itself
+    return QApplication::exec();
+}
