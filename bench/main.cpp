@@ -35,6 +35,8 @@ public:
     void release() override {}
     void mp3_play(const QString& /*name*/) override {}
     void mp3_stop() override {}
+    void PlayBtn_Click() override {}
+    void StopBtn_Click() override {}
 };
 
 // Classification

@@ -26,19 +26,20 @@ QString BatchConversion::rename_to_fif(const QString& folder, const QString& nam
     return new_name;
 }
 
-void BatchConversion::Update_FIF_id3_tag()
+void BatchConversion::Update_FIF_id3_tag(const std::function<void()>& between_files)
 {
     for (const FinalListEntry& record : final_list_slots()) {
         if (record.in_use != 1 || record.kind != 1)
             continue;
         if (parse_fif_stem(stem_of(record.name), into_results) && record.full_path != shared.playing_mp3_path)
             Write_fif_tag(record.full_path, shared.fif_artist, shared.fif_title, shared.fif_genre);
+        between_files();
     }
 }
 
-void BatchConversion::Change_FIF()
+void BatchConversion::Change_FIF(const std::function<void()>& between_files)
 {
-    Update_FIF_id3_tag();
+    Update_FIF_id3_tag(between_files);
     for (const FinalListEntry& slot : final_list_slots()) {
         if (slot.in_use != 1 || slot.kind != 2 || slot.convert != 1)
             continue;
@@ -47,6 +48,7 @@ void BatchConversion::Change_FIF()
             rename_file_in_player(record);
         else
             rename_to_fif(record.folder, record.name, 1);
+        between_files();
     }
 }
 

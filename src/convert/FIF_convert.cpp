@@ -1,6 +1,8 @@
 #include "convert/FIF_convert.h"
 
 #include "core/mod_of_grobal_var.h"
+#include "platform/controls/LongWork.h"
+#include "platform/controls/column_sort.h"
 #include "platform/controls/faces.h"
 #include "platform/controls/message_window.h"
 #include "platform/numbers.h"
@@ -8,10 +10,7 @@
 #include "selection/final_list.h"
 
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QVBoxLayout>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -23,16 +22,6 @@ enum SmallIcon
 {
     fif_icon = 1,
     other_icon = 2
-};
-
-/// The cursor of an operation that may take a while.
-class WaitCursor
-{
-public:
-    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
 };
 
 } // namespace
@@ -151,12 +140,7 @@ void FIF_convert::connect_list(const Group& group, std::span<i16> toggles, const
             guarded([list](i16, QPoint point) { shared.list_drag_active = list->HitTest(point) != 0 ? 1 : 0; }));
     connect(list, &ListView::DblClick, this, guarded([this, list] { edit_selected(*list); }));
     connect(list, &ListView::ColumnClick, this, guarded([list, toggles, sortable_columns](int column) {
-                const auto place = std::ranges::find(sortable_columns, column);
-                if (place == sortable_columns.end())
-                    return;
-                i16& toggle = toggles[static_cast<std::size_t>(place - sortable_columns.begin())];
-                toggle = toggle == 0 ? 1 : 0;
-                list->sort(column, toggle == 1 ? ListView::Order::descending : ListView::Order::ascending);
+                sort_by_toggle(*list, column, sortable_columns, toggles);
             }));
 }
 
@@ -174,8 +158,8 @@ void FIF_convert::connect_buttons()
 
 void FIF_convert::Change_FIF_Click()
 {
-    const WaitCursor cursor;
-    batch_.Change_FIF();
+    LongWork work;
+    batch_.Change_FIF([&work] { work.step(); });
     Fill_list();
     surroundings_.refresh_all();
     show_final_total_in_dialog();

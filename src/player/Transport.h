@@ -13,4 +13,8 @@ public:
     virtual void mp3_play(const QString& name) = 0;
     /// Stops and resets the time display.
     virtual void mp3_stop() = 0;
+    /// What a press of the play button does: the selected row plays.
+    virtual void PlayBtn_Click() = 0;
+    /// What a press of the stop button does: mp3_stop, and the position knob goes.
+    virtual void StopBtn_Click() = 0;
 };

@@ -30,6 +30,8 @@ public:
         note(u"stop"_s);
         shared.is_playing = 0;
     }
+    void PlayBtn_Click() override { note(u"play button"_s); }
+    void StopBtn_Click() override { note(u"stop button"_s); }
 
     QString watched; ///< path whose being there is noted with each call
     QStringList calls;
@@ -193,7 +195,7 @@ void TestBatchConversion::a_name_that_is_too_long_leaves_all_as_it_was()
     // 30 bytes of artist and the longest genre, 22 bytes, leave no room: 52 bytes where 50 are the limit.
     const QByteArray content = tagged(QByteArray(30, 'A'), "T23456789", 140);
     list(u"a.mp3"_s, content);
-    batch_->Change_FIF();
+    batch_->Change_FIF([] {});
     QCOMPARE(messages_->take(), QStringList{u"Unable to Convert! Artist's name is too long"_s});
     QCOMPARE(disk_->read(folder_ + u"a.mp3"_s), content);
     QCOMPARE(shared.final_list[0].name, u"a.mp3"_s);
@@ -205,7 +207,7 @@ void TestBatchConversion::a_tag_that_cleans_to_nothing_leaves_all_as_it_was()
     list(u"a.mp3"_s, tagged("Ann", "Sea"));
     const QByteArray blanked = tagged("???", "Sea");
     disk_->write(folder_ + u"a.mp3"_s, blanked);
-    batch_->Change_FIF();
+    batch_->Change_FIF([] {});
     QVERIFY(messages_->take().isEmpty());
     QCOMPARE(disk_->read(folder_ + u"a.mp3"_s), blanked);
     QCOMPARE(shared.final_list[0].name, u"a.mp3"_s);
@@ -217,7 +219,7 @@ void TestBatchConversion::an_existing_target_is_never_replaced()
     const QByteArray other = sample_audio({.frames = 5});
     list(u"a.mp3"_s, content);
     disk_->write(folder_ + u"[Ann][Sea][Rock].mp3"_s, other);
-    batch_->Change_FIF();
+    batch_->Change_FIF([] {});
     QVERIFY(messages_->take().isEmpty());
     QCOMPARE(disk_->read(folder_ + u"a.mp3"_s), content);
     QCOMPARE(disk_->read(folder_ + u"[Ann][Sea][Rock].mp3"_s), other);
@@ -229,7 +231,7 @@ void TestBatchConversion::of_two_files_with_one_new_name_the_second_stays()
     list(u"a.mp3"_s, tagged("Ann", "Sea"));
     const QByteArray second = tagged("Ann", "Sea");
     list(u"b.mp3"_s, second);
-    batch_->Change_FIF();
+    batch_->Change_FIF([] {});
     QCOMPARE(messages_->take(), QStringList{u"[Ann][Sea][Rock].mp3 already exists in MP3 File List"_s});
     QVERIFY(!disk_->exists(folder_ + u"a.mp3"_s));
     QVERIFY(disk_->exists(folder_ + u"[Ann][Sea][Rock].mp3"_s));
@@ -243,7 +245,7 @@ void TestBatchConversion::unmarked_files_stay_untouched()
     const QByteArray content = tagged("Ann", "Sea");
     list(u"a.mp3"_s, content);
     set_convert_mark(u"a.mp3"_s, 0);
-    batch_->Change_FIF();
+    batch_->Change_FIF([] {});
     QCOMPARE(disk_->read(folder_ + u"a.mp3"_s), content);
     QCOMPARE(shared.final_list[0].name, u"a.mp3"_s);
 }
@@ -276,7 +278,7 @@ void TestBatchConversion::tags_of_fif_names_are_rewritten()
 
     const QByteArray content = tagged("Old", "Old title", 200);
     list(name, content);
-    batch_->Change_FIF();
+    batch_->Change_FIF([] {});
     const SampleTag expected = {.title = title.leftJustified(30, ' '),
                                 .artist = artist.leftJustified(30, ' '),
                                 .album = "Album",
@@ -306,7 +308,7 @@ void TestBatchConversion::the_file_in_the_player_is_released_first()
     list(u"a.mp3"_s, tagged("Ann", "Sea"));
     shared.playing_mp3_path = transport_->watched = folder_ + u"a.mp3"_s;
     shared.is_playing = playing ? 1 : 0;
-    batch_->Change_FIF();
+    batch_->Change_FIF([] {});
     QCOMPARE(transport_->calls, calls);
     QCOMPARE(shared.is_playing, i16(playing ? 1 : 0));
     QCOMPARE(shared.selected_mp3_name, u"[Ann][Sea][Rock].mp3"_s);
@@ -319,7 +321,7 @@ void TestBatchConversion::a_file_that_keeps_its_name_comes_back_into_the_player(
     list(u"a.mp3"_s, tagged(QByteArray(30, 'A'), "T23456789", 140));
     shared.playing_mp3_path = transport_->watched = folder_ + u"a.mp3"_s;
     shared.is_playing = 1;
-    batch_->Change_FIF();
+    batch_->Change_FIF([] {});
     QCOMPARE(transport_->calls, (QStringList{u"release (old name)"_s, u"play a.mp3 (old name)"_s}));
     QCOMPARE(shared.selected_mp3_path, folder_ + u"a.mp3"_s);
 }
@@ -329,7 +331,7 @@ void TestBatchConversion::the_tag_of_the_fif_file_in_the_player_is_left_alone()
     const QByteArray content = tagged("Old", "Old title");
     list(u"[New][Song].mp3"_s, content);
     shared.playing_mp3_path = folder_ + u"[New][Song].mp3"_s;
-    batch_->Change_FIF();
+    batch_->Change_FIF([] {});
     QCOMPARE(disk_->read(folder_ + u"[New][Song].mp3"_s), content);
     QVERIFY(transport_->calls.isEmpty());
 }

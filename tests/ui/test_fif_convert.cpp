@@ -22,6 +22,8 @@ public:
     void release() override {}
     void mp3_play(const QString& /*name*/) override {}
     void mp3_stop() override {}
+    void PlayBtn_Click() override {}
+    void StopBtn_Click() override {}
 };
 
 QByteArray tagged(const QByteArray& artist, const QByteArray& title, unsigned char genre = 17)

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/controls/ButtonDialog.h"
+#include "platform/controls/Picture.h"
+#include "platform/numbers.h"
+
+#include <QRadioButton>
+
+#include <vector>
+
+/// One option of a choice form, without a caption of its own: it is chosen by a click on its whole line, whose text is
+/// painted into the form's picture.
+class ChoiceOption : public QRadioButton
+{
+    Q_OBJECT
+
+public:
+    using QRadioButton::QRadioButton;
+
+protected:
+    bool hitButton(const QPoint& point) const override { return rect().contains(point); }
+};
+
+/// A small form that sets one switch: options in front of a back picture that serves as their labels, OK and Cancel.
+class ChoiceForm : public ButtonDialog
+{
+    Q_OBJECT
+
+protected:
+    /// An option's name, the text painted beside it, and the value it stands for.
+    struct Option
+    {
+        QString name;
+        QString text;
+        i16 value;
+    };
+
+    /// `chosen` is the value whose option is set; a value without one sets none.
+    ChoiceForm(const QString& name, const QString& title, const std::vector<Option>& options, i16 chosen,
+               QWidget* parent);
+
+    /// The value of the option chosen last, 0 for none.
+    i16 chosen() const { return chosen_; }
+    /// What OK does before the form goes.
+    virtual void apply() = 0;
+
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void add_option(const Option& option, int row);
+    void add_command_buttons();
+
+    Picture back_picture_;
+    std::vector<ChoiceOption*> options_;
+    i16 chosen_ = 0;
+};

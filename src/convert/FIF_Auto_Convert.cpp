@@ -1,0 +1,247 @@
+#include "convert/FIF_Auto_Convert.h"
+
+#include "core/Mod_of_nation.h"
+#include "core/mod_of_grobal_var.h"
+#include "fif/mod_of_FIF.h"
+#include "platform/controls/LongWork.h"
+#include "platform/controls/PictureBox.h"
+#include "platform/controls/TextBox.h"
+#include "platform/controls/column_sort.h"
+#include "platform/controls/faces.h"
+#include "platform/controls/message_window.h"
+#include "player/Transport.h"
+#include "selection/final_list.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize title_size(220, 24);
+
+} // namespace
+
+FIF_Auto_Convert::FIF_Auto_Convert(Transport& transport, Surroundings surroundings, QWidget* parent)
+    : ButtonDialog(u"FIF_Auto_Convert"_s, u"Auto Convert"_s, parent),
+      transport_(transport),
+      surroundings_(std::move(surroundings))
+{
+    create_controls();
+    lay_out();
+    connect_controls();
+    Fill_selected_list();
+    shared.possible_sort_toggles = {};
+}
+
+void FIF_Auto_Convert::create_controls()
+{
+    Selected_ListView_ = new ListView(this);
+    Selected_ListView_->setObjectName(u"Selected_ListView"_s);
+    Selected_ListView_->setAccessibleName(u"Selected files"_s);
+    Selected_ListView_->set_SmallIcons(surroundings_.small_icons);
+    Selected_ListView_->set_Checkboxes(true);
+    Selected_ListView_->set_ColumnHeaders(
+        {{u"Name"_s, 4600}, {u"FIF"_s, 5200}, {u"Location"_s, 3000}, {u"Size"_s, 900, Qt::AlignRight}});
+    artist_ = create_fixed(u"Check_Artist"_s, u"Label_fix_artist"_s, u"txtArtist"_s, u"Fix Artist"_s);
+    genre_ = create_fixed(u"Check_Genre"_s, u"Label_fix_genre"_s, u"txtGenre"_s, u"Fix Genre"_s);
+    freeview_ = add_button(u"freeview"_s, u"Preview"_s, u"Preview"_s);
+    autoconvert_ = add_button(u"autoconvert"_s, u"Convert"_s, u"Convert"_s);
+    Cancel_ = add_button(u"Cancel"_s, u"Close"_s, u"Cancel"_s);
+    StatusBar1_ = new StatusBar({3000, 6000}, this);
+    StatusBar1_->setObjectName(u"StatusBar1"_s);
+}
+
+FIF_Auto_Convert::Fixed FIF_Auto_Convert::create_fixed(const QString& check_name, const QString& label_name,
+                                                       const QString& text_name, const QString& caption)
+{
+    const Fixed fixed = {.check = new QCheckBox(this), .label = new QLabel(caption, this), .text = new TextBox(this)};
+    fixed.check->setObjectName(check_name);
+    fixed.check->setAccessibleName(caption);
+    fixed.label->setObjectName(label_name);
+    fixed.label->setMouseTracking(true);
+    fixed.text->setObjectName(text_name);
+    fixed.text->setAccessibleName(caption);
+    return fixed;
+}
+
+void FIF_Auto_Convert::lay_out()
+{
+    auto* title = new PictureBox(label_face(u"Auto Convert List"_s, title_size), this);
+    title->setObjectName(u"Picture_main"_s);
+
+    auto* fixed_values = new QGridLayout;
+    fixed_values->setSpacing(8);
+    int row = 0;
+    for (const Fixed& fixed : {artist_, genre_}) {
+        fixed_values->addWidget(fixed.check, row, 0);
+        fixed_values->addWidget(fixed.label, row, 1);
+        fixed_values->addWidget(fixed.text, row, 2);
+        ++row;
+    }
+    fixed_values->setColumnMinimumWidth(2, 320);
+    fixed_values->setColumnStretch(3, 1);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(8);
+    buttons->addStretch();
+    for (UsrButton* button : {freeview_, autoconvert_, Cancel_})
+        buttons->addWidget(button);
+
+    auto* content = new QVBoxLayout;
+    content->setContentsMargins(16, 12, 16, 12);
+    content->setSpacing(12);
+    content->addWidget(title);
+    content->addWidget(Selected_ListView_);
+    content->addLayout(fixed_values);
+    content->addLayout(buttons);
+
+    auto* form = new QVBoxLayout(this);
+    form->setContentsMargins(0, 0, 0, 0);
+    form->setSpacing(0);
+    form->addLayout(content);
+    form->addWidget(StatusBar1_);
+    resize(920, 560);
+    setMinimumSize(640, 420);
+}
+
+void FIF_Auto_Convert::connect_controls()
+{
+    connect(freeview_, &UsrButton::Click, this, guarded([this] { freeview_Click(); }));
+    connect(autoconvert_, &UsrButton::Click, this, guarded([this] { autoconvert_Click(); }));
+    connect(Cancel_, &UsrButton::Click, this, &QDialog::close);
+    connect(Selected_ListView_, &ListView::MouseMove, this, [this] { init_ctl(); });
+    connect(StatusBar1_, &StatusBar::MouseMove, this, [this] { init_ctl(); });
+    connect(Selected_ListView_, &ListView::ColumnClick, this, guarded([this](int column) {
+                sort_by_toggle(*Selected_ListView_, column, {0, 1, 2}, shared.possible_sort_toggles);
+            }));
+}
+
+void FIF_Auto_Convert::Fill_selected_list()
+{
+    const ListView::Update update(*Selected_ListView_);
+    const ListView& main_list = surroundings_.lvListView;
+    Selected_ListView_->Clear();
+    for (int row = 1; row <= main_list.Count(); ++row) {
+        const ListRow& source = main_list.Item(row);
+        if (!source.Selected)
+            continue;
+        const int index = Selected_ListView_->Add(source.Text, source.Text);
+        Selected_ListView_->set_SmallIcon(index, source.SmallIcon);
+        Selected_ListView_->set_Checked(index, true);
+        Selected_ListView_->set_SubItem(index, 2, shared.current_folder);
+        Selected_ListView_->set_SubItem(index, 3, source.column(1));
+    }
+    StatusBar1_->set_panel_text(2, u"%1files"_s.arg(Selected_ListView_->Count()));
+}
+
+bool FIF_Auto_Convert::fixed_values_are_there() const
+{
+    const auto is_missing = [](const Fixed& fixed) {
+        return fixed.check->isChecked() && trimmed_and_cleaned(fixed.text->Text()).isEmpty();
+    };
+    if (is_missing(artist_)) {
+        show_message(msg_input_artist);
+        return false;
+    }
+    if (is_missing(genre_)) {
+        show_message(msg_input_genre);
+        return false;
+    }
+    return true;
+}
+
+void FIF_Auto_Convert::freeview_Click()
+{
+    if (!fixed_values_are_there() || Selected_ListView_->Count() == 0)
+        return;
+    LongWork work;
+    for (int row = 1; row <= Selected_ListView_->Count(); ++row) {
+        const QString name = Selected_ListView_->Item(row).Text;
+        const bool convertible = Check_file_for_fif(name) > 0;
+        Selected_ListView_->set_SubItem(
+            row, 1, convertible ? rename_to_freeview(shared.current_folder, name, 0) : u"Can't Auto Convert"_s);
+        work.step();
+    }
+    previewed_ = 1;
+}
+
+void FIF_Auto_Convert::autoconvert_Click()
+{
+    if (previewed_ == 0) {
+        show_message(msg_click_preview);
+        return;
+    }
+    if (!fixed_values_are_there())
+        return;
+    LongWork work;
+    for (int row = 1; row <= Selected_ListView_->Count(); ++row) {
+        const ListRow& item = Selected_ListView_->Item(row);
+        if (item.Checked && Check_file_for_fif(item.Text) > 0)
+            convert_row(row);
+        work.step();
+    }
+    surroundings_.refresh_all();
+}
+
+void FIF_Auto_Convert::convert_row(int index)
+{
+    const QString name = Selected_ListView_->Item(index).Text;
+    const QString new_name = shared.current_folder + name == shared.playing_mp3_path
+                                 ? convert_file_in_player(name)
+                                 : rename_to_freeview(shared.current_folder, name, 1);
+    if (new_name.isEmpty())
+        return;
+    Selected_ListView_->set_Text(index, new_name);
+    if (const i16 kind = Check_file_for_fif(new_name); kind > 0)
+        Selected_ListView_->set_SmallIcon(index, kind);
+}
+
+QString FIF_Auto_Convert::convert_file_in_player(const QString& name)
+{
+    const bool was_playing = shared.is_playing == 1;
+    transport_.release();
+    const QString new_name = rename_to_freeview(shared.current_folder, name, 1);
+    const QString name_now = new_name.isEmpty() ? name : new_name;
+    shared.selected_mp3_path = shared.current_folder + name_now;
+    transport_.mp3_play(name_now);
+    if (!was_playing)
+        transport_.StopBtn_Click();
+    return new_name;
+}
+
+QString FIF_Auto_Convert::value_of(const Fixed& fixed, const QString& found)
+{
+    return trimmed_and_cleaned(fixed.check->isChecked() ? fixed.text->Text() : found);
+}
+
+QString FIF_Auto_Convert::rename_to_freeview(const QString& /*folder*/, const QString& name, i16 do_rename)
+{
+    Check_file_for_fif(name);
+    shared.fif_artist = value_of(artist_, shared.fif_artist);
+    shared.fif_genre = value_of(genre_, shared.fif_genre);
+    shared.fif_title = trimmed_and_cleaned(shared.fif_title);
+    return auto_convert(name, QString(shared.fif_artist), QString(shared.fif_title), QString(shared.fif_genre),
+                        do_rename);
+}
+
+QString FIF_Auto_Convert::auto_convert(const QString& old_name, const QString& artist, const QString& title,
+                                       const QString& genre, i16 do_rename)
+{
+    const QString new_name =
+        Compose_fif_name(artist, title, genre, [&] { show_name_message(msg_name_too_long, old_name); });
+    if (do_rename != 1 || new_name.isEmpty())
+        return new_name;
+    const QString new_path = shared.current_folder + new_name;
+    if (shared.fso.FileExists(new_path))
+        return new_name;
+    MoveFileA(shared.current_folder + old_name, new_path);
+    rename_in_final_list(old_name, shared.current_folder, new_name, shared.current_folder);
+    // The shared results and not the arguments, on purpose: for a listed file the line above has parsed the new name
+    // into them, so that the tag agrees with a title that was cut.
+    Write_fif_tag(new_path, QString(shared.fif_artist), QString(shared.fif_title), shared.fif_genre);
+    return new_name;
+}

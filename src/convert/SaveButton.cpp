@@ -1,0 +1,129 @@
+#include "convert/SaveButton.h"
+
+#include "core/Mod_of_nation.h"
+#include "core/drive_table.h"
+#include "core/mod_of_grobal_var.h"
+#include "fif/Check_korean.h"
+#include "fif/genre_codes.h"
+#include "fif/mod_of_FIF.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/ListView.h"
+#include "platform/controls/TextBox.h"
+#include "player/Transport.h"
+#include "selection/final_list.h"
+
+using namespace Qt::StringLiterals;
+
+void SaveButton::cmdSave_Click()
+{
+    const i16 drive_state = get_drive_state(main_.selected_tree_key().left(1));
+    if (shared.folder_mp3_count < 1) {
+        show_message(msg_select_mp3);
+        return;
+    }
+    if (drive_state == 2)
+        show_message(msg_cd_not_renamable);
+    else if (main_.fields.txtArtist.Text().isEmpty() || main_.fields.txtTitle.Text().isEmpty())
+        show_message(msg_input_artist_title);
+    else
+        save_selected_file();
+    main_.click_row(main_.lvListView.SelectedItem());
+}
+
+void SaveButton::save_selected_file()
+{
+    if (shared.selected_mp3_path != shared.playing_mp3_path) {
+        convert_fif();
+        return;
+    }
+    const bool was_playing = shared.is_playing == 1;
+    main_.transport.release();
+    convert_fif();
+    main_.transport.PlayBtn_Click();
+    if (!was_playing)
+        main_.transport.StopBtn_Click();
+}
+
+void SaveButton::convert_fif()
+{
+    FifFields fields = typed_fields(main_.fields);
+    const QString new_name =
+        Compose_fif_name(fields.artist, fields.title, fields.genre, [] { show_message(msg_artist_too_long); });
+    if (new_name.isEmpty())
+        return;
+    const QString new_path = shared.current_folder + new_name;
+    if (shared.fso.FileExists(new_path)) {
+        if (new_name != shared.selected_mp3_name)
+            show_name_message(msg_already_exists, new_name);
+        return;
+    }
+    if (!final_list_takes(new_name))
+        return;
+    MoveFileA(shared.selected_mp3_full, new_path);
+    Write_fif_tag(new_path, fields.artist, fields.title, fields.genre);
+    show_new_name(new_name, new_path);
+    shared.selected_mp3_path = shared.selected_mp3_full;
+}
+
+void SaveButton::rename_mp3()
+{
+    main_.fields.txtArtist.set_Text(Clean_fif_field(main_.fields.txtArtist.Text()));
+    main_.fields.txtTitle.set_Text(Clean_fif_field(main_.fields.txtTitle.Text()));
+    const QString stem = coded_stem(main_.fields.txtArtist.Text(), main_.fields.txtTitle.Text(),
+                                    genre_code(main_.fields.cboGenre.ListIndex()));
+    if (stem.isEmpty()) {
+        show_message(msg_artist_too_long);
+        return;
+    }
+    const QString new_name = stem + u".mp3"_s;
+    const QString new_path = shared.current_folder + new_name;
+    if (!shared.fso.FileExists(new_path) && final_list_takes(new_name))
+        MoveFileA(shared.selected_mp3_full, new_path);
+    shared.selected_mp3_name = new_name;
+    shared.selected_mp3_full = new_path;
+    main_.refresh_all();
+}
+
+/// Whether nothing in the final list stands against the new name; the record of a ticked file has then taken it.
+bool SaveButton::final_list_takes(const QString& new_name) const
+{
+    if (!main_.lvListView.Item(main_.lvListView.SelectedItem()).Checked)
+        return true;
+    return rename_in_final_list(shared.selected_mp3_name, shared.current_folder, new_name, shared.current_folder) != 0;
+}
+
+void SaveButton::show_new_name(const QString& new_name, const QString& new_path)
+{
+    constexpr int fif_icon = 1;
+    shared.selected_mp3_name = new_name;
+    shared.selected_mp3_full = new_path;
+    const int row = main_.lvListView.SelectedItem();
+    // A row that other programs left behind may bear this key already; the next fill drops it.
+    errors_ignored([&] { main_.lvListView.set_Key(row, new_name); });
+    main_.lvListView.set_Text(row, new_name);
+    main_.lvListView.set_SmallIcon(row, fif_icon);
+    main_.txtFilename.set_Text(new_name);
+}
+
+QString coded_stem(const QString& artist, const QString& title, const QString& code)
+{
+    const auto stem_with = [&](const QString& middle) {
+        return u"["_s + artist + u"]["_s + middle + u"]["_s + code + u"]"_s;
+    };
+    constexpr int stem_bytes = 60;
+    constexpr int title_and_artist_bytes = 49; // 60 less the brackets, two full stops and the code
+    if (Byte_count(stem_with(title)) <= stem_bytes)
+        return stem_with(title);
+    const int room = title_and_artist_bytes - Byte_count(artist);
+    if (room < 1)
+        return {};
+    QString cut = title.left(room);
+    if (Byte_count(cut) > room) {
+        cut.clear();
+        for (qsizetype place = 0; place < title.size() && Byte_count(cut) <= room - 2; ++place)
+            cut += title[place];
+    }
+    if (!cut.isEmpty() && cut.back().isHighSurrogate())
+        cut.chop(1); // half of a character makes no name
+    return stem_with(cut + u".."_s);
+}

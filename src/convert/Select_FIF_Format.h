@@ -1,0 +1,22 @@
+#pragma once
+
+#include "convert/ChoiceForm.h"
+
+class ComboBox;
+class TextBox;
+
+/// Chooses the shape in which new names are written. Existing files stay as they are.
+class Select_FIF_Format : public ChoiceForm
+{
+    Q_OBJECT
+
+public:
+    /// The genre controls are those of the main window; they outlive the form.
+    Select_FIF_Format(ComboBox& cboGenre, TextBox& txtGenre, QWidget* parent);
+
+private:
+    void apply() override;
+
+    ComboBox& cboGenre_;
+    TextBox& txtGenre_;
+};
