@@ -98,7 +98,7 @@ void set_lengths(HeaderAnalysis& analysis)
 
     const std::int64_t bits = std::int64_t{facts.FileBytes} * 8;
     if (bits <= std::numeric_limits<i32>::max() && facts.Kbits != 0) {
-        const std::int64_t seconds = bits / (facts.Kbits * 1000);
+        const std::int64_t seconds = bits / facts.Kbits / 1000;
         if (seconds <= std::numeric_limits<i16>::max())
             facts.Seconds = static_cast<i16>(seconds);
     }

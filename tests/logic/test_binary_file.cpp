@@ -39,6 +39,8 @@ class TestBinaryFile : public QObject
 {
     Q_OBJECT
 
+    std::unique_ptr<TestDisk> disk_;
+
 private Q_SLOTS:
     void init() { disk_ = std::make_unique<TestDisk>(); }
 
@@ -55,9 +57,6 @@ private Q_SLOTS:
     void a_file_that_is_not_open_reads_and_writes_nothing();
     void closes_what_it_opened();
     void counts_in_64_bits();
-
-private:
-    std::unique_ptr<TestDisk> disk_;
 };
 
 void TestBinaryFile::reads_at_positions_data()

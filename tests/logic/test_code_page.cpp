@@ -12,19 +12,32 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The character of a pair of bytes as the C library's converter knows it; 0 for none.
-char16_t character_of_the_c_library(iconv_t converter, int lead, int trail)
+/// Code page 949 as the C library's converter knows it.
+class PageOfTheCLibrary
 {
-    std::array<char, 2> pair{static_cast<char>(lead), static_cast<char>(trail)};
-    std::array<char16_t, 2> characters{};
-    char* in = pair.data();
-    std::size_t in_left = pair.size();
-    char* out = reinterpret_cast<char*>(characters.data());
-    std::size_t out_left = sizeof characters;
-    iconv(converter, nullptr, nullptr, nullptr, nullptr);
-    const bool whole = iconv(converter, &in, &in_left, &out, &out_left) != static_cast<std::size_t>(-1);
-    return whole && out_left == sizeof(char16_t) ? characters[0] : char16_t{0};
-}
+public:
+    PageOfTheCLibrary() : converter_(iconv_open("UTF-16LE", "CP949")) {}
+    ~PageOfTheCLibrary() { iconv_close(converter_); }
+    PageOfTheCLibrary(const PageOfTheCLibrary&) = delete;
+    PageOfTheCLibrary& operator=(const PageOfTheCLibrary&) = delete;
+
+    /// The character of a pair of bytes, 0 for none.
+    char16_t character(int lead, int trail) const
+    {
+        std::array<char, 2> pair{static_cast<char>(lead), static_cast<char>(trail)};
+        std::array<char16_t, 2> characters{};
+        char* in = pair.data();
+        std::size_t in_left = pair.size();
+        char* out = reinterpret_cast<char*>(characters.data());
+        std::size_t out_left = sizeof characters;
+        iconv(converter_, nullptr, nullptr, nullptr, nullptr);
+        const bool whole = iconv(converter_, &in, &in_left, &out, &out_left) != static_cast<std::size_t>(-1);
+        return whole && out_left == sizeof(char16_t) ? characters[0] : char16_t{0};
+    }
+
+private:
+    iconv_t converter_;
+};
 
 /// Whether the pair lies in the two rows that the page leaves to its users.
 bool is_user_defined(int lead, int trail)
@@ -58,14 +71,13 @@ private Q_SLOTS:
 
 void TestCodePage::holds_every_pair_of_949_and_no_other()
 {
-    const iconv_t converter = iconv_open("UTF-16LE", "CP949");
-    QVERIFY(converter != reinterpret_cast<iconv_t>(-1));
+    const PageOfTheCLibrary page;
     int pairs = 0;
     for (int lead = 0x80; lead <= 0xFF; ++lead) {
         for (int trail = 0x40; trail <= 0xFF; ++trail) {
             if (is_user_defined(lead, trail))
                 continue;
-            const char16_t character = character_of_the_c_library(converter, lead, trail);
+            const char16_t character = page.character(lead, trail);
             const QString text = text_from_code_page(bytes_of(lead, trail));
             if (character == 0) {
                 // Not a pair of 949, so both bytes are read as Western ones.
@@ -78,7 +90,6 @@ void TestCodePage::holds_every_pair_of_949_and_no_other()
             QCOMPARE(code_page_bytes(text), 2);
         }
     }
-    iconv_close(converter);
     QCOMPARE(pairs, 17048);
 }
 
