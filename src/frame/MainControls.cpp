@@ -31,6 +31,7 @@ constexpr int detail_label_width = to_twips(72);
 constexpr int detail_left = to_twips(80);
 constexpr int detail_width = to_twips(480);
 constexpr QSize save_button_size(136, 28);
+constexpr int text_margin = 2;
 
 constexpr int player_left = detail_left + detail_width + 50;
 constexpr int player_width = design_form_width - 60 - player_left;
@@ -110,7 +111,9 @@ Placed<PictureBox> word_picture(QWidget& form, const QString& name, const QStrin
 
 Placed<TextBox> text_box(QWidget& form, const QString& name, const QString& meaning, int left, int top, int width)
 {
-    return placed(*new TextBox(&form), name, meaning, left, top, width, line_height);
+    auto* box = new TextBox(&form);
+    box->setTextMargins(text_margin, 0, text_margin, 0);
+    return placed(*box, name, meaning, left, top, width, line_height);
 }
 
 Placed<QLabel> word_label(QWidget& form, const QString& name, const QString& text, int left, int top, int width)
@@ -198,7 +201,7 @@ void MainControls::create_panes(QWidget& form)
                         design_form_width - tree_width - list_margins, panes_height);
     lvListView->set_SmallIcons(ImageList_listView);
     lvListView->set_ColumnHeaders({{.Text = u"Name"_s, .Width = 6700},
-                                   {.Text = u"Size"_s, .Width = 1100, .Alignment = Qt::AlignRight},
+                                   {.Text = u"Size"_s, .Width = 1100},
                                    {.Text = u"Type"_s, .Width = 1800},
                                    {.Text = u"Date"_s, .Width = 2200},
                                    {.Text = u"Byte"_s, .Width = 0}});
@@ -263,11 +266,14 @@ void MainControls::create_title_line(QWidget& ground)
     constexpr int title_left = player_inner_left + to_twips(24);
     constexpr int total_left = player_inner_right - time_width;
     constexpr int current_left = total_left - stroke_width - time_width;
-    Picture1 = still_picture(ground, u"Picture1"_s, {}, drawing(u"fif"_s, small_icon), player_inner_left, top,
-                             to_twips(small_icon.width()), to_twips(small_icon.height()));
+    Picture1 = still_picture(ground, u"Picture1"_s, {}, svg_picture(u":/quilmo.svg"_s, small_icon), player_inner_left,
+                             top, to_twips(small_icon.width()), to_twips(small_icon.height()));
     auto* title = new TextBox(&ground);
     title->setReadOnly(true);
     title->setFrame(false);
+    QPalette colours = title->palette();
+    colours.setColor(QPalette::Base, palette::panel_dark);
+    title->setPalette(colours);
     label_title_of_player = placed(*title, u"label_title_of_player"_s, u"Title being played"_s, title_left, top,
                                    current_left - to_twips(8) - title_left, to_twips(16));
     constexpr int times_top = top - to_twips(2);

@@ -64,6 +64,7 @@ void QuilmoMain::build_window()
     form_row->setContentsMargins(form_margins);
     form_row->addWidget(form_);
     rows->addLayout(form_row, 1);
+    controls_.StatusBar1->setFixedHeight(controls_.StatusBar1->sizeHint().height());
     rows->addWidget(controls_.StatusBar1);
     setCentralWidget(ground);
 
