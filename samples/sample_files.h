@@ -8,21 +8,22 @@
 /// The frames of a sample file.
 struct SampleAudio
 {
-    int frames = 40;                   ///< each 1152 samples long
+    int frames = 40;                                     ///< each 1152 samples long
     QByteArray header = QByteArray::fromHex("fffb9064"); ///< 128 kbit/s, 44100 Hz, joint stereo, no CRC
 };
 
-/// Frames of silence, padded so that the mean bit rate is exact. `header` may be any MPEG-1 Layer III header with a bit rate.
+/// Frames of silence, padded so that the mean bit rate is exact. `header` may be any MPEG-1 Layer III header with a bit
+/// rate.
 QByteArray sample_audio(const SampleAudio& audio = {});
 
 /// The raw bytes of an ID3v1 tag's fields; each is cut or padded to its width.
 struct SampleTag
 {
-    QByteArray title;
-    QByteArray artist;
-    QByteArray album;
-    QByteArray year;
-    QByteArray comment;
+    QByteArray title{};
+    QByteArray artist{};
+    QByteArray album{};
+    QByteArray year{};
+    QByteArray comment{};
     unsigned char genre = 12;
     char padding = '\0'; ///< what fills a field behind its text
 };

@@ -120,8 +120,8 @@ int main(int argc, char** argv)
         return 2;
     }
     const TourMachine machine;
-    QApplication application(argc, argv);
-    apply_look(application);
+    const QApplication application(argc, argv);
+    apply_look();
     Album album(QFile::decodeName(argv[1]));
 
     std::unique_ptr<QuilmoMain> form;
