@@ -61,9 +61,10 @@ void Picks::ItemCheck(int index)
         return;
     }
     shared.focus_pane = pane_list;
-    select_file(QString(list_.Item(index).Text));
+    // The row is selected first: the file name box shows the key of the row that keys act on, whatever is put into it.
     list_.clear_selection();
     list_.set_Selected(index, true);
+    select_file(QString(list_.Item(index).Text));
     tick_by_hand(index);
     show_final_total();
 }
