@@ -7,6 +7,7 @@
 #include "platform/rename_file.h"
 
 #include <QDateTime>
+#include <QHash>
 #include <QLocale>
 
 #include <dirent.h>
@@ -103,25 +104,35 @@ bool is_folder(const FolderReader& reader, const dirent& entry)
     return status && S_ISDIR(status->st_mode);
 }
 
-/// Writes dates of files. Kept for the whole run, as asking the system for its locale takes longer than the rest.
+/// Writes dates of files. Kept for the whole run, with the dates that came up: both to ask the system for its locale
+/// and to format a date take longer than all else that a row of a list needs.
 class DateWriter
 {
 public:
-    QString text(qint64 seconds) const
+    QString text(qint64 seconds)
     {
         const auto moment = static_cast<std::time_t>(seconds);
         std::tm local{};
         if (localtime_r(&moment, &local) == nullptr)
             return {};
-        const QDate date(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday);
         const QTime time(local.tm_hour, local.tm_min, local.tm_sec);
-        return locale_.toString(date, date_format_) + u' ' + locale_.toString(time, time_format_);
+        return date_text(QDate(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday)) + u' ' +
+               locale_.toString(time, time_format_);
     }
 
 private:
+    const QString& date_text(QDate date)
+    {
+        QString& text = date_texts_[date.toJulianDay()];
+        if (text.isEmpty())
+            text = locale_.toString(date, date_format_);
+        return text;
+    }
+
     QLocale locale_ = QLocale::system();
     QString date_format_ = locale_.dateFormat(QLocale::ShortFormat);
     QString time_format_ = locale_.timeFormat(QLocale::ShortFormat);
+    QHash<qint64, QString> date_texts_;
 };
 
 } // namespace
@@ -133,7 +144,7 @@ QString File::Type() const
 
 QString File::DateLastModified() const
 {
-    static const DateWriter writer;
+    static DateWriter writer;
     return writer.text(modified_seconds);
 }
 
