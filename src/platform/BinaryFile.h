@@ -9,7 +9,11 @@
 class BinaryFile
 {
 public:
-    enum class Access { read, write };
+    enum class Access
+    {
+        read,
+        write
+    };
 
     /// Opens the regular file (through links) at the program's path `path`; never creates, never waits. A file whose
     /// owner may not write is read-only for everybody.
