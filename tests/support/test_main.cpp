@@ -5,9 +5,11 @@
 #include "platform/drives.h"
 #include "platform/paths.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 
 using namespace Qt::StringLiterals;
 
@@ -57,27 +59,29 @@ QByteArray TestDisk::native(const QString& program_path) const
 
 QString TestDisk::make_folder(const QString& program_path) const
 {
-    QDir().mkpath(QFile::decodeName(native(program_path)));
+    std::filesystem::create_directories(native(program_path).toStdString());
     return program_path.endsWith(u'\\') ? program_path : program_path + u'\\';
 }
 
 void TestDisk::write(const QString& program_path, const QByteArray& content) const
 {
     make_folder(program_path.left(program_path.lastIndexOf(u'\\')));
-    QFile file(QFile::decodeName(native(program_path)));
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("can't write %s", qPrintable(file.fileName()));
+    std::ofstream file(native(program_path).toStdString(), std::ios::binary | std::ios::trunc);
+    if (!file.write(content.constData(), content.size()))
+        qFatal("can't write %s", qPrintable(program_path));
 }
 
 QByteArray TestDisk::read(const QString& program_path) const
 {
-    QFile file(QFile::decodeName(native(program_path)));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    std::ifstream file(native(program_path).toStdString(), std::ios::binary);
+    if (!file)
+        return {};
+    return QByteArray::fromStdString({std::istreambuf_iterator<char>(file), {}});
 }
 
 bool TestDisk::exists(const QString& program_path) const
 {
-    return QFileInfo::exists(QFile::decodeName(native(program_path)));
+    return std::filesystem::exists(native(program_path).toStdString());
 }
 
 NotedMessages::NotedMessages()
