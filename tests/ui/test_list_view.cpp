@@ -177,6 +177,7 @@ private Q_SLOTS:
     void list_may_be_painted_in_the_middle_of_a_fill();
     void fill_goes_to_the_top_or_to_the_selected_row();
     void list_mode_shows_the_same_rows();
+    void list_mode_gives_every_name_the_room_of_the_longest();
     void names_show_on_one_line();
     void accessible_names_and_states();
     void twenty_thousand_rows_are_selected_one_by_one();
@@ -882,6 +883,19 @@ void TestListView::list_mode_shows_the_same_rows()
         form.click(form.on_row(2));
         QCOMPARE(form.selected(), QList<int>{2});
     }
+}
+
+void TestListView::list_mode_gives_every_name_the_room_of_the_longest()
+{
+    Form form;
+    form.fill(5);
+    form.list.set_View(ListView::ViewMode::list);
+    const int narrow = form.list.row_rect(1).width();
+    const QString name = u"A rather long artist - A title.mp3"_s;
+    form.list.Add(name, name);
+    QCoreApplication::processEvents();
+    QVERIFY(form.list.row_rect(1).width() > narrow);
+    QVERIFY(form.list.row_rect(1).width() > form.list.fontMetrics().horizontalAdvance(name));
 }
 
 void TestListView::names_show_on_one_line()

@@ -15,6 +15,17 @@ QString ListRow::column(int index) const
                                                                   : SubItems[static_cast<std::size_t>(index) - 1];
 }
 
+namespace {
+
+qsizetype room_of(const QString& text)
+{
+    constexpr char16_t first_wide = 0x1100;
+    return text.size() +
+           std::count_if(text.begin(), text.end(), [](QChar character) { return character.unicode() >= first_wide; });
+}
+
+} // namespace
+
 ListModel::ListModel(QObject* parent) : QAbstractTableModel(parent) {}
 
 void ListModel::set_headers(const std::vector<ColumnHeader>& headers)
@@ -162,6 +173,14 @@ void ListModel::sort(int column, ListView::Order order)
     rows_ = std::move(sorted);
     selected_item_ = selected_item;
     tell_rows();
+}
+
+QString ListModel::longest_text() const
+{
+    const auto longest = std::max_element(rows_.begin(), rows_.end(), [](const ListRow& a, const ListRow& b) {
+        return room_of(a.Text) < room_of(b.Text);
+    });
+    return longest == rows_.end() ? QString() : display_text(longest->Text);
 }
 
 bool ListModel::set_Selected(int index, bool selected)

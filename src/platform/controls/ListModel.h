@@ -32,6 +32,8 @@ public:
     void set_SubItem(int index, int column, const QString& text);
     void set_Checked(int index, bool checked);
     void sort(int column, ListView::Order order);
+    /// The Text that takes most room, as shown; a fair guess by the number of characters, wide ones counted twice.
+    QString longest_text() const;
 
     /// Sets the flag and, when on, SelectedItem; gives whether anything changed.
     bool set_Selected(int index, bool selected);

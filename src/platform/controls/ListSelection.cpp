@@ -52,7 +52,9 @@ void ListSelection::update()
         return;
     is_outdated_ = false;
     const QScopedValueRollback updating(is_updating_, true);
-    shown_.select(selected_ranges(model_), QItemSelectionModel::ClearAndSelect);
+    // In two steps: Qt compares each range of an old selection with each of a new one.
+    shown_.clearSelection();
+    shown_.select(selected_ranges(model_), QItemSelectionModel::Select);
     shown_.setCurrentIndex(model_.index(model_.SelectedItem() - 1, 0), QItemSelectionModel::NoUpdate);
 }
 

@@ -12,11 +12,29 @@
 #include <QMouseEvent>
 #include <QStyle>
 
+namespace {
+
+const QStyle* style_of(const QStyleOptionViewItem& option)
+{
+    return option.widget != nullptr ? option.widget->style() : QApplication::style();
+}
+
+} // namespace
+
 QRect RowDelegate::check_rect(QStyleOptionViewItem option, const QModelIndex& index) const
 {
     initStyleOption(&option, index);
-    const QStyle* style = option.widget != nullptr ? option.widget->style() : QApplication::style();
-    return style->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, option.widget);
+    return style_of(option)->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, option.widget);
+}
+
+QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    if (!as_longest_)
+        return QStyledItemDelegate::sizeHint(option, index);
+    QStyleOptionViewItem longest = option;
+    initStyleOption(&longest, index);
+    longest.text = static_cast<const ListModel*>(index.model())->longest_text();
+    return style_of(longest)->sizeFromContents(QStyle::CT_ItemViewItem, &longest, {}, longest.widget);
 }
 
 ListViewEvents::ListViewEvents(ListView& list, ListModel& model, ListSelection& selection)

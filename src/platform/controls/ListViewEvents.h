@@ -3,9 +3,11 @@
 #include "platform/controls/ListView.h"
 
 #include <QFocusEvent>
+#include <QListView>
 #include <QStyledItemDelegate>
 
 #include <functional>
+#include <type_traits>
 
 class ListModel;
 class ListSelection;
@@ -19,10 +21,15 @@ class RowDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    /// `as_longest`: every row takes the room that the longest text needs.
+    RowDelegate(bool as_longest, QObject* parent) : QStyledItemDelegate(parent), as_longest_(as_longest) {}
 
     /// Rectangle of the check box of `index`, given the option that its row is painted with.
     QRect check_rect(QStyleOptionViewItem option, const QModelIndex& index) const;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+private:
+    bool as_longest_;
 };
 
 /// What the list makes of the events of its two views. `pass_on` is Qt's own handling of the event.
@@ -61,7 +68,8 @@ private:
 template<typename View> class RowView : public View
 {
 public:
-    RowView(ListViewEvents& events, QWidget* parent) : View(parent), events_(events), delegate_(new RowDelegate(this))
+    RowView(ListViewEvents& events, QWidget* parent)
+        : View(parent), events_(events), delegate_(new RowDelegate(std::is_same_v<View, QListView>, this))
     {
         this->setItemDelegate(delegate_);
     }
