@@ -72,11 +72,11 @@ void FIF_convert::create_group(Group& group, const QString& list_name, const QSt
 void FIF_convert::set_columns()
 {
     const std::vector<ColumnHeader> columns = {
-        {u"Name"_s, 4300}, {u"Location"_s, 1600}, {u"Size"_s, 900, Qt::AlignRight}};
+        {u"Name"_s, 3750}, {u"Location"_s, 1500}, {u"Size"_s, 1000, Qt::AlignRight}};
     fif_.list->set_ColumnHeaders(columns);
     impossible_.list->set_ColumnHeaders(columns);
     possible_.list->set_ColumnHeaders(
-        {{u"Name"_s, 4600}, {u"FIF"_s, 5200}, {u"Location"_s, 3000}, {u"Size"_s, 900, Qt::AlignRight}});
+        {{u"Name"_s, 4200}, {u"FIF"_s, 5000}, {u"Location"_s, 2550}, {u"Size"_s, 1000, Qt::AlignRight}});
     possible_.list->set_Checkboxes(true);
 }
 
