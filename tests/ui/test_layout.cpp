@@ -1,0 +1,473 @@
+#include "core/mod_of_grobal_var.h"
+#include "frame/Layout.h"
+#include "frame/MainControls.h"
+#include "frame/QuilmoMain.h"
+#include "platform/twips.h"
+#include "test_main.h"
+
+#include <QApplication>
+#include <QTest>
+
+#include <map>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int width = design_form_width;
+constexpr int height = design_form_height;
+
+/// A form whose size is a pair of numbers, with the real controls on it.
+class Form
+{
+public:
+    Form() { layout.initial_ctl_position(width, height); }
+
+    QWidget ground;
+    MainControls controls{ground};
+    std::vector<QSize> sizes_set; ///< by the layout itself, in twips
+    Layout layout{controls,
+                  [this](int form_width, int form_height) { sizes_set.emplace_back(form_width, form_height); }};
+};
+
+using Geometry = std::map<QString, std::array<int, 4>>;
+
+template<typename Control> void note(Geometry& geometry, const Placed<Control>& control)
+{
+    geometry[control->objectName()] = {control.Left(), control.Top(), control.Width(), control.Height()};
+}
+
+/// Places of all controls that a resize may move, in twips.
+Geometry geometry_of(const Form& form)
+{
+    const MainControls& c = form.controls;
+    Geometry geometry;
+    for (const auto* button : {&c.cmd_select_all, &c.cmdRemove, &c.Change_all, &c.cmdBurn, &c.cmdSave})
+        note(geometry, *button);
+    for (const auto* box : {&c.txtFilename, &c.txtArtist, &c.txtTitle, &c.txtGenre, &c.Label_filesize})
+        note(geometry, *box);
+    for (const auto* picture : {&c.Picture_top_back, &c.Picture_mp3_back, &c.Picture_filename, &c.Picture_artist,
+                                &c.Picture_title, &c.Picture_genre, &c.Picture_length})
+        note(geometry, *picture);
+    note(geometry, c.cboGenre);
+    note(geometry, c.tvTreeView);
+    note(geometry, c.lvListView);
+    note(geometry, c.imgSplitter);
+    return geometry;
+}
+
+void add_to(Geometry& geometry, const QStringList& names, std::size_t part, int twips)
+{
+    for (const QString& name : names)
+        geometry.at(name).at(part) += twips;
+}
+
+constexpr std::size_t left = 0;
+constexpr std::size_t top = 1;
+constexpr std::size_t wide = 2;
+constexpr std::size_t high = 3;
+
+const QStringList& detail_controls()
+{
+    static const QStringList names = {
+        u"txtFilename"_s,    u"txtArtist"_s,      u"txtTitle"_s,      u"Picture_mp3_back"_s, u"Picture_filename"_s,
+        u"Picture_artist"_s, u"Picture_title"_s,  u"Picture_genre"_s, u"cboGenre"_s,         u"txtGenre"_s,
+        u"Picture_length"_s, u"Label_filesize"_s, u"cmdSave"_s};
+    return names;
+}
+
+/// What growth in height does.
+void grow_high(Geometry& geometry, int twips)
+{
+    add_to(geometry, detail_controls(), top, twips);
+    add_to(geometry, {u"tvTreeView"_s, u"lvListView"_s, u"imgSplitter"_s}, high, twips);
+}
+
+/// What growth in width by a multiple of three does.
+void grow_wide(Geometry& geometry, int twips)
+{
+    add_to(geometry, {u"txtFilename"_s, u"txtArtist"_s, u"txtTitle"_s, u"Picture_top_back"_s, u"lvListView"_s}, wide,
+           twips);
+    add_to(geometry, {u"Picture_mp3_back"_s}, left, twips);
+    add_to(geometry, {u"cmdRemove"_s}, left, twips / 3);
+    add_to(geometry, {u"Change_all"_s}, left, twips / 3 * 2);
+    add_to(geometry, {u"cmdBurn"_s}, left, twips);
+}
+
+void drag_splitter(const Form& form, float x)
+{
+    Q_EMIT form.controls.imgSplitter->MouseDown();
+    Q_EMIT form.controls.imgSplitter->MouseMove(x - static_cast<float>(form.controls.imgSplitter.Left()));
+}
+
+} // namespace
+
+class TestLayout : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void design_geometry_is_noted_row_by_row();
+    void genre_boxes_stand_in_one_place();
+    void the_design_is_at_rest();
+    void growth();
+    void growth_data();
+    void growth_moves_the_buttons_by_rounded_thirds();
+    void growth_moves_the_buttons_by_rounded_thirds_data();
+    void many_small_steps_leave_a_drift();
+    void a_size_below_the_design_goes_back();
+    void a_size_below_the_design_goes_back_data();
+    void the_resize_that_the_layout_raises_is_passed_over();
+    void splitter_stops();
+    void splitter_stops_data();
+    void splitter_pressed_and_released();
+    void splitter_is_moved_by_the_mouse();
+    void a_placed_control_stands_on_the_nearest_pixels();
+    void small_screens_freeze_the_window();
+    void small_screens_freeze_the_window_data();
+    void the_window_grows_and_shrinks();
+    void the_window_keeps_its_size_at_start_as_minimum();
+    void a_window_forced_below_its_minimum_comes_back();
+};
+
+void TestLayout::design_geometry_is_noted_row_by_row()
+{
+    const Form form;
+    const MainControls& c = form.controls;
+    const std::vector<int> rows = {height,
+                                   width,
+                                   c.txtFilename.Left(),
+                                   c.txtFilename.Width(),
+                                   c.txtFilename.Top(),
+                                   c.txtArtist.Left(),
+                                   c.txtArtist.Width(),
+                                   c.txtArtist.Top(),
+                                   c.txtTitle.Left(),
+                                   c.txtTitle.Width(),
+                                   c.txtTitle.Top(),
+                                   c.Picture_mp3_back.Left(),
+                                   c.Picture_mp3_back.Width(),
+                                   c.Picture_mp3_back.Top(),
+                                   c.tvTreeView.Height(),
+                                   c.Picture_filename.Top(),
+                                   c.Picture_artist.Top(),
+                                   c.Picture_title.Top(),
+                                   c.Picture_genre.Top(),
+                                   c.cmdRemove.Left(),
+                                   c.Change_all.Left(),
+                                   c.cmdBurn.Left(),
+                                   c.StatusBar1->panel_width(2)};
+    for (int row = 0; row < static_cast<int>(rows.size()); ++row)
+        QCOMPARE(form.layout.design(row), rows.at(static_cast<std::size_t>(row)));
+}
+
+void TestLayout::genre_boxes_stand_in_one_place()
+{
+    QWidget ground;
+    MainControls controls(ground);
+    controls.txtGenre.Move(1, 2, 3000, 420);
+    Layout layout(controls, {});
+    layout.initial_ctl_position(width, height);
+    QCOMPARE(controls.txtGenre.Left(), controls.cboGenre.Left());
+    QCOMPARE(controls.txtGenre.Top(), controls.cboGenre.Top());
+}
+
+void TestLayout::the_design_is_at_rest()
+{
+    Form form;
+    const Geometry design = geometry_of(form);
+    form.layout.Resize(width, height);
+    QVERIFY(geometry_of(form) == design);
+    QVERIFY(form.sizes_set.empty());
+}
+
+void TestLayout::growth_data()
+{
+    QTest::addColumn<int>("more_width");
+    QTest::addColumn<int>("more_height");
+    QTest::newRow("wider") << 3000 << 0;
+    QTest::newRow("higher") << 0 << 1501;
+    QTest::newRow("wider and higher") << 600 << 700;
+}
+
+void TestLayout::growth()
+{
+    QFETCH(const int, more_width);
+    QFETCH(const int, more_height);
+    Form form;
+    const int panel = form.controls.StatusBar1->panel_width(2);
+    const Geometry design = geometry_of(form);
+    Geometry expected = design;
+    grow_high(expected, more_height);
+    grow_wide(expected, more_width);
+
+    form.layout.Resize(width + more_width, height + more_height);
+    QVERIFY(geometry_of(form) == expected);
+    QCOMPARE(form.controls.StatusBar1->panel_width(2), panel + more_width);
+
+    form.layout.Resize(width, height);
+    QVERIFY(geometry_of(form) == design);
+    QCOMPARE(form.controls.StatusBar1->panel_width(2), panel);
+}
+
+void TestLayout::growth_moves_the_buttons_by_rounded_thirds_data()
+{
+    QTest::addColumn<int>("growth");
+    QTest::addColumn<int>("remove");
+    QTest::addColumn<int>("change");
+    QTest::addColumn<int>("burn");
+    QTest::newRow("300 twips") << 300 << 100 << 200 << 300;
+    QTest::newRow("100 twips: 66.67 is rounded up") << 100 << 33 << 67 << 100;
+    QTest::newRow("1 twip: 0.33 is rounded down") << 1 << 0 << 1 << 1;
+    QTest::newRow("2 twips") << 2 << 1 << 1 << 2;
+}
+
+void TestLayout::growth_moves_the_buttons_by_rounded_thirds()
+{
+    QFETCH(const int, growth);
+    Form form;
+    const MainControls& c = form.controls;
+    const std::array before = {c.cmd_select_all.Left(), c.cmdRemove.Left(), c.Change_all.Left(), c.cmdBurn.Left()};
+    form.layout.Resize(width + growth, height);
+    QCOMPARE(c.cmd_select_all.Left(), before[0]);
+    QTEST(c.cmdRemove.Left() - before[1], "remove");
+    QTEST(c.Change_all.Left() - before[2], "change");
+    QTEST(c.cmdBurn.Left() - before[3], "burn");
+}
+
+void TestLayout::many_small_steps_leave_a_drift()
+{
+    Form form;
+    const MainControls& c = form.controls;
+    const int remove = c.cmdRemove.Left();
+    const int change = c.Change_all.Left();
+    for (int step = 1; step <= 30; ++step)
+        form.layout.Resize(width + step, height);
+    QCOMPARE(c.cmdRemove.Left() - remove, 0);
+    QCOMPARE(c.Change_all.Left() - change, 30);
+}
+
+void TestLayout::a_size_below_the_design_goes_back_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QSize>("size_set");
+    QTest::addColumn<int>("growth_high_kept");
+    QTest::addColumn<int>("growth_wide_kept");
+    QTest::addColumn<bool>("top_picture_keeps_its_width");
+    QTest::newRow("too narrow, high enough")
+        << QSize(width - 15, height + 450) << QSize(width, height + 450) << 450 << 0 << true;
+    QTest::newRow("wide enough, too low")
+        << QSize(width + 900, height - 15) << QSize(width + 900, height) << 0 << 900 << false;
+    QTest::newRow("too narrow and too low")
+        << QSize(width - 15, height - 15) << QSize(width, height) << 0 << 0 << false;
+}
+
+void TestLayout::a_size_below_the_design_goes_back()
+{
+    QFETCH(const QSize, size);
+    QFETCH(const QSize, size_set);
+    QFETCH(const int, growth_high_kept);
+    QFETCH(const int, growth_wide_kept);
+    QFETCH(const bool, top_picture_keeps_its_width);
+    Form form;
+    const int panel = form.controls.StatusBar1->panel_width(2);
+    Geometry expected = geometry_of(form);
+    grow_high(expected, growth_high_kept);
+    grow_wide(expected, growth_wide_kept);
+    if (top_picture_keeps_its_width)
+        add_to(expected, {u"Picture_top_back"_s}, wide, 300);
+
+    form.layout.Resize(width + 300, height + 300);
+    form.layout.Resize(size.width(), size.height());
+    QCOMPARE(form.sizes_set, std::vector{size_set});
+    QVERIFY(geometry_of(form) == expected);
+    QCOMPARE(form.controls.StatusBar1->panel_width(2), panel + growth_wide_kept);
+
+    // The size that was set comes back as a resize, which moves nothing.
+    form.layout.Resize(size_set.width(), size_set.height());
+    QVERIFY(geometry_of(form) == expected);
+}
+
+void TestLayout::the_resize_that_the_layout_raises_is_passed_over()
+{
+    QWidget ground;
+    MainControls controls(ground);
+    int nested = 0;
+    Layout* layout_of_form = nullptr;
+    Layout layout(controls, [&](int form_width, int form_height) {
+        ++nested;
+        layout_of_form->Resize(form_width, form_height);
+    });
+    layout_of_form = &layout;
+    layout.initial_ctl_position(width, height);
+    const int burn = controls.cmdBurn.Left();
+    layout.Resize(width - 300, height - 300);
+    QCOMPARE(nested, 1);
+    layout.Resize(width + 300, height);
+    QCOMPARE(controls.cmdBurn.Left(), burn + 300);
+}
+
+void TestLayout::splitter_stops_data()
+{
+    QTest::addColumn<int>("x");
+    QTest::addColumn<int>("bar");
+    QTest::addColumn<int>("pane");
+    QTest::newRow("in the middle") << 6000 << 6000 << 6000;
+    QTest::newRow("600 shows the bar there and stops the pane at 1500") << 600 << 600 << 1500;
+    QTest::newRow("the bar stops at 500") << 499 << 500 << 1500;
+    QTest::newRow("far outside at the left") << -4000 << 500 << 1500;
+    QTest::newRow("the bar stops 500 before the right edge") << width - 499 << width - 500 << width - 1500;
+    QTest::newRow("the bar at its right limit") << width - 500 << width - 500 << width - 1500;
+    QTest::newRow("the pane at its right limit") << width - 1500 << width - 1500 << width - 1500;
+}
+
+void TestLayout::splitter_stops()
+{
+    QFETCH(const int, x);
+    QFETCH(const int, bar);
+    QFETCH(const int, pane);
+    const Form form;
+    const MainControls& c = form.controls;
+    const int tree = c.tvTreeView.Width();
+    drag_splitter(form, static_cast<float>(x));
+    QVERIFY(!c.picSplitter->isHidden());
+    QCOMPARE(c.picSplitter.Left(), bar);
+    QCOMPARE(c.tvTreeView.Width(), tree);
+
+    Q_EMIT c.imgSplitter->MouseUp();
+    QVERIFY(c.picSplitter->isHidden());
+    QCOMPARE(c.tvTreeView.Width(), pane);
+    QCOMPARE(c.imgSplitter.Left(), pane);
+    QCOMPARE(c.lvListView.Left(), pane + 80);
+    QCOMPARE(c.lvListView.Width(), width - (pane + 140));
+    QCOMPARE(c.lvListView.Height(), c.tvTreeView.Height());
+}
+
+void TestLayout::splitter_pressed_and_released()
+{
+    const Form form;
+    const MainControls& c = form.controls;
+    const Geometry before = geometry_of(form);
+    Q_EMIT c.imgSplitter->MouseDown();
+    QCOMPARE(c.picSplitter.Left(), c.imgSplitter.Left());
+    QCOMPARE(c.picSplitter.Top(), c.imgSplitter.Top());
+    QCOMPARE(c.picSplitter.Width(), c.imgSplitter.Width() / 2);
+    QCOMPARE(c.picSplitter.Height(), c.imgSplitter.Height() - 20);
+    Q_EMIT c.imgSplitter->MouseUp();
+    QVERIFY(geometry_of(form) == before);
+
+    // Without a press the mouse moves nothing.
+    const int bar = c.picSplitter.Left();
+    Q_EMIT c.imgSplitter->MouseMove(900);
+    QCOMPARE(c.picSplitter.Left(), bar);
+}
+
+void TestLayout::splitter_is_moved_by_the_mouse()
+{
+    const Form form;
+    SplitterGrip& grip = *form.controls.imgSplitter;
+    const QPoint start(2, 40);
+    QTest::mousePress(&grip, Qt::LeftButton, {}, start);
+    QTest::mouseMove(&grip, start + QPoint(60, 0));
+    QTest::mouseRelease(&grip, Qt::LeftButton, {}, start + QPoint(60, 0));
+    QCOMPARE(form.controls.tvTreeView.Width(), form.layout.design(1) - form.controls.lvListView.Width() - 140);
+    QVERIFY(form.controls.picSplitter->isHidden());
+}
+
+void TestLayout::a_placed_control_stands_on_the_nearest_pixels()
+{
+    QWidget form;
+    auto* control = new QWidget(&form);
+    Placed<QWidget> placed(*control, Place(*control, 50, 100, 200, 200));
+    QCOMPARE(control->geometry(), QRect(QPoint(3, 7), QPoint(16, 19))); // 3.33 6.67 to 16.67 20
+    placed.set_Left(53);
+    QCOMPARE(placed.Left(), 53);
+    QCOMPARE(control->x(), 4);
+    placed.set_Left(50);
+    placed.set_Width(187); // ends at 15.8
+    QCOMPARE(control->geometry().right(), 15);
+}
+
+void TestLayout::small_screens_freeze_the_window_data()
+{
+    QTest::addColumn<QSize>("screen");
+    QTest::addColumn<bool>("frozen");
+    QTest::newRow("800 x 600") << QSize(800, 600) << true;
+    QTest::newRow("1023 x 767") << QSize(1023, 767) << true;
+    QTest::newRow("1024 x 768") << QSize(1024, 768) << false;
+    QTest::newRow("only the width is small") << QSize(1023, 768) << false;
+    QTest::newRow("only the height is small") << QSize(1024, 767) << false;
+}
+
+void TestLayout::small_screens_freeze_the_window()
+{
+    QFETCH(const QSize, screen);
+    QFETCH(const bool, frozen);
+    QWidget window;
+    window.resize(640, 480);
+    freeze_on_small_screen(window, screen);
+    QCOMPARE(window.minimumSize() == window.maximumSize(), frozen);
+    QCOMPARE(window.windowFlags().testFlag(Qt::WindowMaximizeButtonHint), !frozen);
+    window.resize(800, 500);
+    QCOMPARE(window.size(), frozen ? QSize(640, 480) : QSize(800, 500));
+}
+
+void TestLayout::the_window_grows_and_shrinks()
+{
+    const TestDisk disk;
+    QuilmoMain window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const auto* burn = window.findChild<QWidget*>(u"cmdBurn"_s);
+    const auto* save = window.findChild<QWidget*>(u"cmdSave"_s);
+    const auto* tree = window.findChild<QWidget*>(u"tvTreeView"_s);
+    const QSize size = window.size();
+    const QPoint burn_place = burn->pos();
+    const QPoint save_place = save->pos();
+    const int tree_height = tree->height();
+
+    window.resize(size + QSize(90, 60));
+    QTRY_COMPARE(burn->pos(), burn_place + QPoint(90, 0));
+    QCOMPARE(save->pos(), save_place + QPoint(0, 60));
+    QCOMPARE(tree->height(), tree_height + 60);
+
+    window.resize(size);
+    QTRY_COMPARE(burn->pos(), burn_place);
+    QCOMPARE(save->pos(), save_place);
+    QCOMPARE(tree->height(), tree_height);
+}
+
+void TestLayout::the_window_keeps_its_size_at_start_as_minimum()
+{
+    const TestDisk disk;
+    QuilmoMain window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const auto* form = window.findChild<QWidget*>(u"form"_s);
+    QCOMPARE(form->size(), QSize(to_pixels(shared.min_form_width), to_pixels(shared.min_form_height)));
+    const QSize size = window.size();
+    window.resize(size - QSize(200, 200));
+    QCoreApplication::processEvents();
+    QCOMPARE(window.size(), size);
+}
+
+void TestLayout::a_window_forced_below_its_minimum_comes_back()
+{
+    const TestDisk disk;
+    QuilmoMain window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    auto* form = window.findChild<QWidget*>(u"form"_s);
+    const QSize size = form->size();
+    form->setMinimumSize(0, 0);
+    window.setMinimumSize(1, 1);
+    window.resize(window.size() - QSize(100, 50));
+    QTRY_COMPARE(form->size(), size);
+    const auto* burn = window.findChild<QWidget*>(u"cmdBurn"_s);
+    const QPoint place = burn->pos();
+    window.resize(window.size() + QSize(30, 0));
+    QTRY_COMPARE(burn->pos(), place + QPoint(30, 0));
+}
+
+QUILMO_UI_TEST(TestLayout)
+#include "test_layout.moc"
