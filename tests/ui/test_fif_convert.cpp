@@ -247,6 +247,7 @@ void TestFifConvert::a_double_click_asks_for_the_edit()
     const QPoint nothing(row.x(), viewport->height() - 5);
     QTest::mouseClick(viewport, Qt::LeftButton, {}, on_row ? row : nothing);
     QTest::mouseDClick(viewport, Qt::LeftButton, {}, on_row ? row : nothing);
+    QTest::mouseRelease(viewport, Qt::LeftButton, {}, on_row ? row : nothing);
     QCOMPARE(edits.count(), on_row ? 1 : 0);
     QCOMPARE(shared.edit_file_name, on_row ? rows.Item(1).Text : QString());
     QCOMPARE(shared.list_drag_active, i16(on_row ? 1 : 0));
