@@ -8,6 +8,8 @@
 #include <QProxyStyle>
 #include <QToolTip>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -88,7 +90,7 @@ QPalette program_palette()
 
 void apply_look()
 {
-    QApplication::setStyle(new ProgramStyle);
+    QApplication::setStyle(std::make_unique<ProgramStyle>().release()); // the application owns it
     QApplication::setPalette(program_palette());
     QToolTip::setPalette(program_palette());
     QApplication::setFont(form_font());

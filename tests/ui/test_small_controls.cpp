@@ -43,13 +43,14 @@ QStringList entries(const ComboBox& box)
 /// Presses OK on the next message box, after `look` has seen it.
 template<typename Look> void answer_next_box(Look look)
 {
-    QTimer::singleShot(0, qApp, [look] {
+    const auto answer = [look] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         if (box == nullptr)
             return;
         look(*box);
         QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
-    });
+    };
+    QMetaObject::invokeMethod(qApp, answer, Qt::QueuedConnection);
 }
 
 } // namespace
@@ -134,19 +135,19 @@ private Q_SLOTS:
     void text_box_tells_focus_and_mouse()
     {
         QWidget window;
-        auto* first = new TextBox(&window);
-        auto* second = new TextBox(&window);
-        second->move(0, 40);
+        TextBox first(&window);
+        TextBox second(&window);
+        second.move(0, 40);
         window.resize(200, 80);
         window.show();
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));
-        first->setFocus();
-        const QSignalSpy focus(second, &TextBox::GotFocus);
-        const QSignalSpy moves(second, &TextBox::MouseMove);
-        QTest::keyClick(first, Qt::Key_Tab);
+        first.setFocus();
+        const QSignalSpy focus(&second, &TextBox::GotFocus);
+        const QSignalSpy moves(&second, &TextBox::MouseMove);
+        QTest::keyClick(&first, Qt::Key_Tab);
         QCOMPARE(focus.size(), 1);
-        QTest::mouseMove(window.windowHandle(), second->geometry().center());
+        QTest::mouseMove(window.windowHandle(), second.geometry().center());
         QCOMPARE(moves.size(), 1);
     }
 
@@ -223,12 +224,12 @@ private Q_SLOTS:
     void combo_box_tells_focus()
     {
         QWidget window;
-        auto* box = new ComboBox(&window);
-        const QSignalSpy focus(box, &ComboBox::GotFocus);
+        ComboBox box(&window);
+        const QSignalSpy focus(&box, &ComboBox::GotFocus);
         window.show();
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));
-        box->setFocus();
+        box.setFocus();
         QTRY_VERIFY(!focus.isEmpty());
     }
 
@@ -314,17 +315,17 @@ private Q_SLOTS:
     {
         QFETCH(const bool, by_key);
         QWidget window;
-        auto* bar = new Toolbar(&window);
-        bar->Add(u"copy"_s, {}, u"Copy"_s);
-        bar->Add(u"paste"_s, {}, u"Paste"_s);
-        bar->resize(120, 34);
+        Toolbar bar(&window);
+        bar.Add(u"copy"_s, {}, u"Copy"_s);
+        bar.Add(u"paste"_s, {}, u"Paste"_s);
+        bar.resize(120, 34);
         window.show();
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));
-        const QSignalSpy clicks(bar, &Toolbar::ButtonClick);
-        QWidget* paste = bar->widgetForAction(bar->button(u"paste"_s));
+        const QSignalSpy clicks(&bar, &Toolbar::ButtonClick);
+        QWidget* paste = bar.widgetForAction(bar.button(u"paste"_s));
         if (by_key) {
-            bar->widgetForAction(bar->button(u"copy"_s))->setFocus(Qt::TabFocusReason);
+            bar.widgetForAction(bar.button(u"copy"_s))->setFocus(Qt::TabFocusReason);
             QTest::keyClick(&window, Qt::Key_Tab);
             QVERIFY(paste->hasFocus());
             QTest::keyClick(paste, Qt::Key_Space);

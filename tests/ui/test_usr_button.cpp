@@ -7,7 +7,6 @@
 #include <QEventLoop>
 #include <QPointer>
 #include <QTest>
-#include <QTimer>
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
@@ -292,11 +291,12 @@ private Q_SLOTS:
             dialog.setWindowModality(Qt::ApplicationModal);
             dialog.show();
             QEventLoop loop;
-            QTimer::singleShot(0, &loop, [&] {
+            const auto look = [&] {
                 shown = name_of(host.button->shown());
                 colour = host.button->grab().toImage().pixelColor(5, 5);
                 loop.quit();
-            });
+            };
+            QMetaObject::invokeMethod(&loop, look, Qt::QueuedConnection);
             loop.exec();
         });
         host.step(u"press"_s);
@@ -378,10 +378,10 @@ private Q_SLOTS:
     void focus_is_told_and_seen()
     {
         Host host;
-        auto* other = new QWidget(&host);
-        other->setFocusPolicy(Qt::StrongFocus);
-        other->show();
-        other->setFocus();
+        QWidget other(&host);
+        other.setFocusPolicy(Qt::StrongFocus);
+        other.show();
+        other.setFocus();
         host.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&host));
         QStringList told;
@@ -391,7 +391,7 @@ private Q_SLOTS:
         QTest::keyClick(&host, Qt::Key_Tab);
         QVERIFY(host.button->hasFocus());
         QVERIFY(host.button->grab().toImage() != without);
-        other->setFocus();
+        other.setFocus();
         QCOMPARE(host.button->grab().toImage(), without);
         QCOMPARE(told, (QStringList{u"GotFocus"_s, u"LostFocus"_s}));
         QCOMPARE(host.log, QStringList());

@@ -5,6 +5,8 @@
 
 #include <QPainter>
 
+#include <utility>
+
 namespace {
 
 constexpr int bar_height = 22;
@@ -29,7 +31,7 @@ protected:
 
 } // namespace
 
-StatusBar::StatusBar(const std::vector<int>& widths, QWidget* parent) : QWidget(parent), widths_(widths)
+StatusBar::StatusBar(std::vector<int> widths, QWidget* parent) : QWidget(parent), widths_(std::move(widths))
 {
     setMouseTracking(true);
     for (std::size_t i = 0; i < widths_.size(); ++i) {
@@ -38,7 +40,7 @@ StatusBar::StatusBar(const std::vector<int>& widths, QWidget* parent) : QWidget(
         label->setAttribute(Qt::WA_TransparentForMouseEvents);
         panels_.push_back(label);
     }
-    resize(sizeHint());
+    resize(StatusBar::sizeHint());
 }
 
 QString StatusBar::panel_text(int index) const

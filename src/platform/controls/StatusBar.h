@@ -13,7 +13,7 @@ class StatusBar : public QWidget
 
 public:
     /// `widths` in twips, one for each panel.
-    explicit StatusBar(const std::vector<int>& widths, QWidget* parent = nullptr);
+    explicit StatusBar(std::vector<int> widths, QWidget* parent = nullptr);
 
     QString panel_text(int index) const;
     void set_panel_text(int index, const QString& text);
