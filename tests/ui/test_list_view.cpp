@@ -823,6 +823,7 @@ void TestListView::list_may_be_painted_in_the_middle_of_a_fill()
     Form form;
     form.fill(50);
     form.list.set_Selected(40, true);
+    QTRY_COMPARE(form.shown_selected(), QList<int>{40});
     {
         const ListView::Update update(form.list);
         form.list.Clear();
@@ -830,6 +831,8 @@ void TestListView::list_may_be_painted_in_the_middle_of_a_fill()
         form.list.set_Selected(1, true);
         form.list.grab();
         QCOMPARE(form.selected(), QList<int>{1});
+        QVERIFY2(form.list.view()->model()->rowCount() == 50, "the view goes on with the rows that it knows");
+        QCOMPARE(form.list.view()->currentIndex().row() + 1, 40);
         for (int index = 2; index <= 100; ++index)
             form.list.Add(QString::number(index), QString::number(index));
         form.list.grab();
