@@ -139,3 +139,17 @@ std::vector<Drive> lettered_drives(const Machine& machine)
     std::ranges::sort(drives, {}, &Drive::DriveLetter);
     return drives;
 }
+
+QString decoded_label(const QByteArray& spelling)
+{
+    QByteArray label;
+    for (qsizetype place = 0; place < spelling.size(); ++place) {
+        const QByteArray code = spelling.mid(place, 4);
+        const bool may_be_code = code.size() == 4 && code.startsWith("\\x");
+        bool is_code = false;
+        const unsigned byte = may_be_code ? code.sliced(2).toUInt(&is_code, 16) : 0U;
+        label += is_code ? static_cast<char>(byte) : code[0];
+        place += is_code ? 3 : 0;
+    }
+    return QString::fromUtf8(label);
+}

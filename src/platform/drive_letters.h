@@ -46,3 +46,6 @@ struct Machine
 /// root, the home and the music folder are never given to others. Where letters run out, volumes are left out
 /// before optical drives are.
 std::vector<Drive> lettered_drives(const Machine& machine);
+
+/// A label as /dev/disk/by-label spells it, where "\x20" stands for a blank.
+QString decoded_label(const QByteArray& spelling);

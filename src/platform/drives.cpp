@@ -103,19 +103,6 @@ BlockDevice block_device(const QByteArray& name)
     return device;
 }
 
-/// A label as /dev/disk/by-label spells it, where "\x20" stands for a blank.
-QString decoded_label(const QByteArray& spelling)
-{
-    QByteArray label;
-    for (qsizetype place = 0; place < spelling.size(); ++place) {
-        const QByteArray code = spelling.sliced(place).startsWith("\\x") ? spelling.mid(place + 2, 2) : QByteArray();
-        const QByteArray byte = QByteArray::fromHex(code);
-        label += byte.size() == 1 ? byte[0] : spelling[place];
-        place += byte.size() == 1 ? 3 : 0;
-    }
-    return QString::fromUtf8(label);
-}
-
 std::map<QByteArray, QString> volume_labels()
 {
     const QByteArray folder = "/dev/disk/by-label/";

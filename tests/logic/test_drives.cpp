@@ -66,6 +66,8 @@ private Q_SLOTS:
     void btrfs_disk_has_one_letter();
     void volumes_take_free_letters_in_mount_order();
     void letters_run_out_quietly();
+    void labels_are_decoded_data();
+    void labels_are_decoded();
     void optical_drive_has_a_letter_data();
     void optical_drive_has_a_letter();
     void optical_drives_stand_in_their_order();
@@ -234,6 +236,28 @@ void TestDrives::letters_run_out_quietly()
     QCOMPARE(letters_of(drives), u"CDEFGHIJKLMNOPQRSTUVWXYZ"_s);
     QCOMPARE(drive_of(drives, u"Y"_s).mount_point, QByteArray("/mnt/19"));
     QCOMPARE(drive_of(drives, u"Z"_s).Type, DriveType::cd);
+}
+
+void TestDrives::labels_are_decoded_data()
+{
+    QTest::addColumn<QByteArray>("spelling");
+    QTest::addColumn<QString>("label");
+
+    QTest::newRow("plain") << QByteArray("MUSIC") << u"MUSIC"_s;
+    QTest::newRow("a blank and a slash") << QByteArray("MY\\x20MUSIC\\x2fA") << u"MY MUSIC/A"_s;
+    QTest::newRow("Korean as it stands") << QByteArray("\xEA\xB0\x80") << u"가"_s;
+    QTest::newRow("Korean spelled out") << QByteArray("\\xea\\xb0\\x80") << u"가"_s;
+    QTest::newRow("a backslash spelled out") << QByteArray("a\\x5cx20") << u"a\\x20"_s;
+    QTest::newRow("a code cut short stays") << QByteArray("a\\x2") << u"a\\x2"_s;
+    QTest::newRow("no code stays") << QByteArray("\\xzzb") << u"\\xzzb"_s;
+}
+
+void TestDrives::labels_are_decoded()
+{
+    QFETCH(QByteArray, spelling);
+    QFETCH(QString, label);
+
+    QCOMPARE(decoded_label(spelling), label);
 }
 
 void TestDrives::optical_drive_has_a_letter_data()
