@@ -246,7 +246,7 @@ void TestDrives::labels_are_decoded_data()
     QTest::newRow("plain") << QByteArray("MUSIC") << u"MUSIC"_s;
     QTest::newRow("a blank and a slash") << QByteArray("MY\\x20MUSIC\\x2fA") << u"MY MUSIC/A"_s;
     QTest::newRow("Korean as it stands") << QByteArray("\xEA\xB0\x80") << u"가"_s;
-    QTest::newRow("Korean spelled out") << QByteArray("\\xea\\xb0\\x80") << u"가"_s;
+    QTest::newRow("Korean spelled out") << QByteArray(R"(\xea\xb0\x80)") << u"가"_s;
     QTest::newRow("a backslash spelled out") << QByteArray("a\\x5cx20") << u"a\\x20"_s;
     QTest::newRow("a code cut short stays") << QByteArray("a\\x2") << u"a\\x2"_s;
     QTest::newRow("no code stays") << QByteArray("\\xzzb") << u"\\xzzb"_s;
