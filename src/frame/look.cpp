@@ -8,8 +8,6 @@
 #include <QProxyStyle>
 #include <QToolTip>
 
-#include <memory>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -90,7 +88,7 @@ QPalette program_palette()
 
 void apply_look()
 {
-    QApplication::setStyle(std::make_unique<ProgramStyle>().release()); // the application owns it
+    QApplication::setStyle(new ProgramStyle);
     QApplication::setPalette(program_palette());
     QToolTip::setPalette(program_palette());
     QApplication::setFont(form_font());

@@ -41,7 +41,6 @@ public:
     Host()
     {
         setFixedSize(200, 120);
-        button = new UsrButton(this);
         button->move(20, 20);
         button->set_faces(face(Qt::green, ups), face(Qt::red, downs), face(Qt::blue, moves));
         const auto note = [this](const QString& event) { log.append(event + u' ' + name_of(button->shown())); };
@@ -114,7 +113,7 @@ public:
                 }};
     }
 
-    UsrButton* button;
+    UsrButton* const button = new UsrButton(this);
     QStringList log;
     QPoint at = inside;  ///< where the mouse is while it is in the button
     QStringList painted; ///< the pictures that were painted
