@@ -1,7 +1,11 @@
 #include "Driver.h"
 
 #include <QAbstractItemView>
+#include <QAction>
 #include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QTest>
 #include <QTimer>
 
@@ -29,6 +33,12 @@ QPoint in_viewport(const ListView& list, QPoint point)
     return list.view()->viewport()->mapFrom(&list, point);
 }
 
+QPoint middle_of_row(ListView& list, int row)
+{
+    list.ensure_visible(row);
+    return in_viewport(list, list.row_rect(row).center());
+}
+
 } // namespace
 
 void Driver::click_node(const QString& key) const
@@ -54,11 +64,46 @@ void Driver::click_check_box(ListView& list, int row) const
     QTest::mouseClick(list.view()->viewport(), Qt::LeftButton, {}, in_viewport(list, list.check_rect(row).center()));
 }
 
-void Driver::click_row(ListView& list, int row) const
+void Driver::click_row(ListView& list, int row, Qt::KeyboardModifiers keys) const
 {
-    list.ensure_visible(row);
-    const QRect place = list.row_rect(row);
-    QTest::mouseClick(list.view()->viewport(), Qt::LeftButton, {}, in_viewport(list, place.center()));
+    QTest::mouseClick(list.view()->viewport(), Qt::LeftButton, keys, middle_of_row(list, row));
+}
+
+void Driver::right_click_row(ListView& list, int row) const
+{
+    QTest::mouseClick(list.view()->viewport(), Qt::RightButton, {}, middle_of_row(list, row));
+}
+
+void Driver::double_click_row(ListView& list, int row) const
+{
+    const QPoint place = middle_of_row(list, row);
+    QTest::mouseClick(list.view()->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(list.view()->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseRelease(list.view()->viewport(), Qt::LeftButton, {}, place);
+}
+
+void Driver::type(const QString& box, const QString& text) const
+{
+    auto& target = control<QLineEdit>(box);
+    QTest::mouseClick(&target, Qt::LeftButton);
+    target.selectAll();
+    QTest::keyClick(&target, Qt::Key_Delete);
+    QTest::keyClicks(&target, text);
+}
+
+void Driver::choose(const QString& menu, const QString& entry) const
+{
+    auto& bar = control<QMenuBar>({});
+    QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(control<QMenu>(menu).menuAction()).center());
+    choose_from_popup(menu, entry);
+}
+
+void Driver::choose_from_popup(const QString& menu, const QString& entry) const
+{
+    auto& popup = control<QMenu>(menu);
+    if (!QTest::qWaitForWindowExposed(&popup))
+        qFatal("the menu %s did not open", qPrintable(menu));
+    QTest::mouseClick(&popup, Qt::LeftButton, {}, popup.actionGeometry(&control<QAction>(entry)).center());
 }
 
 int Driver::row_of(const ListView& list, const QString& text)

@@ -30,8 +30,18 @@ public:
     void open_node(const QString& key) const;
     /// Clicks the check box of a row; the row is scrolled into view first.
     void click_check_box(ListView& list, int row) const;
-    /// Clicks a row beside its check box.
-    void click_row(ListView& list, int row) const;
+    /// Clicks a row beside its check box, with keys held if wanted.
+    void click_row(ListView& list, int row, Qt::KeyboardModifiers keys = {}) const;
+    /// Clicks a row with the right button.
+    void right_click_row(ListView& list, int row) const;
+    /// Double-clicks a row.
+    void double_click_row(ListView& list, int row) const;
+    /// Replaces the text of a box by typing.
+    void type(const QString& box, const QString& text) const;
+    /// Opens a menu of the menu bar and clicks one of its entries.
+    void choose(const QString& menu, const QString& entry) const;
+    /// Clicks an entry of a pop-up menu that is open.
+    void choose_from_popup(const QString& menu, const QString& entry) const;
     /// The row of this text, 0 for none.
     static int row_of(const ListView& list, const QString& text);
     /// Moves the pointer over a button.

@@ -1,5 +1,9 @@
 #include "frame/QuilmoMain.h"
 
+#include "convert/Chang_FIF.h"
+#include "convert/FIF_Auto_Convert.h"
+#include "convert/Select_FIF_Format.h"
+#include "convert/Set_genre_type.h"
 #include "convert/genre_controls.h"
 #include "core/mod_of_grobal_var.h"
 #include "core/user_settings.h"
@@ -38,7 +42,17 @@ QuilmoMain::QuilmoMain()
              {.selected_tree_key = [this] { return tree_.selected_key(); },
               .click_row = [this](int index) { list_.ItemClick(index); },
               .show_final_list = [this] { show_final_list(); }}),
-      list_(*controls_.lvListView, *controls_.StatusBar1, picks_)
+      list_(*controls_.lvListView, *controls_.StatusBar1, picks_),
+      save_({.fields = {.txtArtist = *controls_.txtArtist,
+                        .txtTitle = *controls_.txtTitle,
+                        .txtGenre = *controls_.txtGenre,
+                        .cboGenre = *controls_.cboGenre},
+             .txtFilename = *controls_.txtFilename,
+             .lvListView = *controls_.lvListView,
+             .transport = player_,
+             .selected_tree_key = [this] { return tree_.selected_key(); },
+             .click_row = [this](int index) { list_.ItemClick(index); },
+             .refresh_all = [this] { tree_.refresh_all(); }})
 {
     build_window();
     connect_panes();
@@ -159,6 +173,7 @@ void QuilmoMain::connect_buttons()
     connect(&*controls_.cmd_select_all, &UsrButton::Click, &picks_, guarded([this] { picks_.cmd_select_all_Click(); }));
     connect(&*controls_.cmdRemove, &UsrButton::Click, &picks_, guarded([this] { picks_.cmdRemove_Click(); }));
     connect(&*controls_.Change_all, &UsrButton::Click, &picks_, guarded([this] { picks_.Change_all_Click(); }));
+    connect(&*controls_.cmdSave, &UsrButton::Click, &hover_, guarded([this] { save_.cmdSave_Click(); }));
 }
 
 void QuilmoMain::connect_menus()
@@ -171,6 +186,11 @@ void QuilmoMain::connect_menus()
     do_on(u"mnu_ListView_select_all"_s, [this] { picks_.cmd_select_all_Click(); });
     do_on(u"menu_Tool_clear_all"_s, [this] { picks_.cmdRemove_Click(); });
     do_on(u"menu_Tool_display_final_list"_s, [this] { picks_.Change_all_Click(); });
+    do_on(u"mnu_ListView_auto"_s, [this] { show_auto_convert(); });
+    do_on(u"menu_Tool_Select_FIF_Format"_s,
+          [this] { Select_FIF_Format(*controls_.cboGenre, *controls_.txtGenre, this).exec(); });
+    do_on(u"menu_Tool_Set_Genre_Type"_s,
+          [this] { Set_genre_type(*controls_.cboGenre, *controls_.txtGenre, this).exec(); });
 }
 
 void QuilmoMain::do_on(const QString& entry, std::function<void()> handler)
@@ -250,9 +270,29 @@ void QuilmoMain::show_final_list()
                                       FIF_convert::Surroundings{.refresh_all = [this] { tree_.refresh_all(); },
                                                                 .small_icons = controls_.ImageList_listView},
                                       this);
+    connect(final_list_dialog_.get(), &FIF_convert::edit_wanted, this, guarded([this] { show_single_edit(); }));
     final_list_dialog_->exec();
     final_list_dialog_.reset();
     picks_.show_final_total();
+}
+
+void QuilmoMain::show_single_edit()
+{
+    Chang_FIF edit(
+        player_,
+        {.refresh_all = [this] { tree_.refresh_all(); }, .Fill_list = [this] { final_list_dialog_->Fill_list(); }},
+        final_list_dialog_.get());
+    edit.exec();
+}
+
+void QuilmoMain::show_auto_convert()
+{
+    FIF_Auto_Convert dialog(player_,
+                            {.lvListView = *controls_.lvListView,
+                             .small_icons = controls_.ImageList_listView,
+                             .refresh_all = [this] { tree_.refresh_all(); }},
+                            this);
+    dialog.exec();
 }
 
 // The menu opens at the mouse, or at the row that keys act on when the menu key asked for it.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "convert/FIF_convert.h"
+#include "convert/SaveButton.h"
 #include "explorer/FileList.h"
 #include "explorer/FolderTree.h"
 #include "frame/DetailBoxes.h"
@@ -49,6 +50,8 @@ private:
     void set_list_view(ListView::ViewMode mode);
     void set_form_size(int width, int height);
     void show_final_list();
+    void show_single_edit();
+    void show_auto_convert();
     void show_list_menu(bool on_row);
     void bring_filename_back();
     bool KeyDown(int key);
@@ -63,6 +66,7 @@ private:
     FolderTree tree_;
     Picks picks_;
     FileList list_;
+    SaveButton save_;
     std::unique_ptr<FIF_convert> final_list_dialog_;
 };
 

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <system_error>
 
 using namespace Qt::StringLiterals;
 
@@ -45,6 +46,8 @@ TestDisk::TestDisk()
 TestDisk::~TestDisk()
 {
     shared = {};
+    std::error_code error; // QTemporaryDir itself leaves names behind that are not valid UTF-8
+    std::filesystem::remove_all(root().toStdString(), error);
 }
 
 QByteArray TestDisk::root() const

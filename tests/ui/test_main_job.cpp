@@ -6,7 +6,8 @@
 #include "test_main.h"
 
 #include <QApplication>
-#include <QDir>
+#include <QLineEdit>
+#include <QRadioButton>
 #include <QTest>
 
 #include <map>
@@ -138,6 +139,11 @@ private:
     void pick(const Driver& driver);
     void pick_in_folder(const Driver& driver, const QString& folder, bool one_by_one);
     void convert(QDialog& dialog);
+    void choose_shape_and_genre_entry(const Driver& driver);
+    void save_one(const Driver& driver);
+    void auto_convert(const Driver& driver);
+    void edit_one(const Driver& driver);
+    Case& first_case(const QString& old_name_start);
     void compare_disk();
     int count(bool Case::*flag) const { return static_cast<int>(std::ranges::count_if(cases_, flag)); }
 
@@ -191,6 +197,90 @@ void TestMainJob::convert(QDialog& dialog)
     QTest::keyClick(&dialog, Qt::Key_Escape);
 }
 
+/// The first file of the folder shown whose old name begins so.
+Case& TestMainJob::first_case(const QString& old_name_start)
+{
+    return *std::ranges::find_if(cases_, [&](const Case& each) {
+        return each.folder == shared.current_folder && each.old_name.startsWith(old_name_start);
+    });
+}
+
+void TestMainJob::choose_shape_and_genre_entry(const Driver& driver)
+{
+    const auto take_option = [](const QString& option) {
+        Driver::in_next_dialog([option](QDialog& dialog) {
+            const Driver in_dialog(dialog);
+            QTest::mouseClick(&in_dialog.control<QRadioButton>(option), Qt::LeftButton);
+            in_dialog.click(u"cmd_ok"_s);
+        });
+    };
+    take_option(u"Option_5"_s);
+    driver.choose(u"menu_Tool"_s, u"menu_Tool_Select_FIF_Format"_s);
+    take_option(u"Option_edit"_s);
+    driver.choose(u"menu_Tool"_s, u"menu_Tool_Set_Genre_Type"_s);
+    QCOMPARE(shared.fif_type, i16(5));
+    QCOMPARE(shared.genre_type, i16(2));
+}
+
+void TestMainJob::save_one(const Driver& driver)
+{
+    Case& each = first_case(u"stays"_s);
+    auto& list = driver.control<ListView>(u"lvListView"_s);
+    driver.click_row(list, Driver::row_of(list, each.old_name));
+    driver.type(u"txtArtist"_s, u"Solo"_s);
+    driver.type(u"txtTitle"_s, u"One: [more]"_s);
+    driver.type(u"txtGenre"_s, u"Rock"_s);
+    driver.click(u"cmdSave"_s);
+    each.new_name = u"Solo-One more-Rock.mp3"_s;
+    each.new_content =
+        each.old_content.chopped(128) + sample_tag({.title = QByteArray("One more").leftJustified(30, ' '),
+                                                    .artist = QByteArray("Solo").leftJustified(30, ' '),
+                                                    .genre = 17});
+    QCOMPARE(driver.control<QLineEdit>(u"txtFilename"_s).text(), each.new_name);
+}
+
+void TestMainJob::auto_convert(const Driver& driver)
+{
+    auto& list = driver.control<ListView>(u"lvListView"_s);
+    Qt::KeyboardModifiers keys;
+    for (Case& each : cases_) {
+        if (each.folder != shared.current_folder || !each.new_name.startsWith(u"[New]"_s))
+            continue;
+        driver.click_row(list, Driver::row_of(list, each.new_name), keys);
+        keys = Qt::ControlModifier;
+        each.new_name.replace(u"]["_s, u"-"_s).remove(u'[').remove(u']');
+    }
+    Driver::in_next_dialog([](QDialog& dialog) {
+        const Driver in_dialog(dialog);
+        QCOMPARE(in_dialog.control<ListView>(u"Selected_ListView"_s).Count(), files / folders / 10);
+        in_dialog.click(u"freeview"_s);
+        in_dialog.click(u"autoconvert"_s);
+        in_dialog.click(u"Cancel"_s);
+    });
+    driver.right_click_row(list, list.SelectedItem());
+    driver.choose_from_popup(u"mnu_ListView"_s, u"mnu_ListView_auto"_s);
+}
+
+void TestMainJob::edit_one(const Driver& driver)
+{
+    Case& each = first_case(u"noise"_s);
+    Driver::in_next_dialog([&](QDialog& dialog) {
+        const Driver in_dialog(dialog);
+        auto& list = in_dialog.control<ListView>(u"Impossible_ListView"_s);
+        Driver::in_next_dialog([](QDialog& edit) {
+            const Driver in_edit(edit);
+            in_edit.type(u"txtArtist"_s, u"Hand"_s);
+            in_edit.type(u"txtTitle"_s, u"Made"_s);
+            in_edit.click(u"cmdSave"_s);
+        });
+        in_dialog.double_click_row(list, Driver::row_of(list, each.old_name));
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    driver.click(u"Change_all"_s);
+    each.new_name = u"Hand-Made.mp3"_s;
+    each.new_content = each.old_content.chopped(128) + sample_tag(blank_padded("Hand", "Made", 12));
+}
+
 void TestMainJob::compare_disk()
 {
     std::map<QString, std::map<QString, QByteArray>> expected;
@@ -226,6 +316,15 @@ void TestMainJob::three_hundred_files_in_six_folders()
     });
     driver.click(u"Change_all"_s);
     QVERIFY(visited);
+    QCOMPARE(messages_.take(), QStringList());
+    compare_disk();
+
+    for (const auto step : {&TestMainJob::choose_shape_and_genre_entry, &TestMainJob::save_one,
+                            &TestMainJob::auto_convert, &TestMainJob::edit_one}) {
+        (this->*step)(driver);
+        if (QTest::currentTestFailed())
+            return;
+    }
     QCOMPARE(messages_.take(), QStringList());
     compare_disk();
 
