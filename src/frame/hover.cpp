@@ -5,14 +5,19 @@
 
 namespace {
 
-void light_only(const std::vector<UsrButton*>& row, const UsrButton* lit)
+void put_out(const std::vector<UsrButton*>& row)
+{
+    for (UsrButton* button : row)
+        button->DelMoveImg();
+}
+
+void light_only(const std::vector<UsrButton*>& row, UsrButton& lit)
 {
     for (UsrButton* button : row) {
-        if (button == lit)
-            button->SetMoveImg();
-        else
+        if (button != &lit)
             button->DelMoveImg();
     }
+    lit.SetMoveImg();
 }
 
 } // namespace
@@ -30,13 +35,13 @@ HoverRows::HoverRows(const MainControls& controls, QObject* parent)
 
 void HoverRows::init_ctl_over()
 {
-    light_only(list_row_, nullptr);
-    light_only(player_row_, nullptr);
+    put_out(list_row_);
+    put_out(player_row_);
     shared.enter_saves = 0;
 }
 
 void HoverRows::follow_mouse(const Row& row)
 {
     for (UsrButton* button : row)
-        connect(button, &UsrButton::MouseMove, this, [&row, button] { light_only(row, button); });
+        connect(button, &UsrButton::MouseMove, this, [&row, button] { light_only(row, *button); });
 }

@@ -72,6 +72,7 @@ private Q_SLOTS:
     void menus();
     void menus_data();
     void commands_that_work();
+    void commands_that_work_data();
     void list_menu_follows_the_press();
     void view_entries();
 
@@ -484,23 +485,40 @@ void TestQuilmoMain::menus()
     QCOMPARE(found, entries);
 }
 
+void TestQuilmoMain::commands_that_work_data()
+{
+    QTest::addColumn<bool>("works");
+    for (const char* name :
+         {"menu_File_Exit", "menu_Tool_Select_all", "menu_Tool_clear_all", "menu_Tool_display_final_list",
+          "menu_View_details", "menu_View_list", "menu_View_refresh", "mnu_ListView_select_all", "Refresh"})
+        QTest::newRow(name) << true;
+    for (const char* name : {"mnu_tree_add_folder",
+                             "mnu_tree_copy",
+                             "mnu_tree_paste",
+                             "mnu_tree_delete",
+                             "mnu_tree_rename",
+                             "mnu_ListView_copy",
+                             "mnu_ListView_paste",
+                             "mnu_ListView_delete",
+                             "mnu_ListView_rename",
+                             "menu_File_add_folder",
+                             "menu_Edit_copy",
+                             "menu_Edit_paste",
+                             "menu_Edit_delete",
+                             "menu_Tool_Burn",
+                             "menu_Tool_Select_Burning_Program",
+                             "menu_Help_about",
+                             "Add",
+                             "Copy",
+                             "Paste",
+                             "Delete"})
+        QTest::newRow(name) << false;
+}
+
 void TestQuilmoMain::commands_that_work()
 {
     window_ = std::make_unique<QuilmoMain>();
-    QStringList enabled;
-    for (const QMenu* menu : window_->findChildren<QMenu*>()) {
-        for (const QAction* action : menu->actions()) {
-            if (action->isEnabled() && !action->isSeparator() && action->objectName().startsWith(u"m"_s))
-                enabled.append(action->objectName());
-        }
-    }
-    enabled.sort();
-    QCOMPARE(enabled, (QStringList{u"menu_File_Exit"_s, u"menu_Tool_Select_all"_s, u"menu_Tool_clear_all"_s,
-                                   u"menu_Tool_display_final_list"_s, u"menu_View_details"_s, u"menu_View_list"_s,
-                                   u"menu_View_refresh"_s, u"mnu_ListView_select_all"_s}));
-    for (const QString& key : {u"Add"_s, u"Copy"_s, u"Paste"_s, u"Delete"_s})
-        QVERIFY(!control<Toolbar>(u"main_toolbar"_s).button(key)->isEnabled());
-    QVERIFY(control<Toolbar>(u"main_toolbar"_s).button(u"Refresh"_s)->isEnabled());
+    QTEST(entry(QString::fromUtf8(QTest::currentDataTag())).isEnabled(), "works");
 }
 
 void TestQuilmoMain::list_menu_follows_the_press()
