@@ -15,6 +15,7 @@ constexpr int caption_pixels = 12;     ///< font size of a caption that fits
 constexpr int smallest_pixels = 8;     ///< below it a caption is squeezed as a picture
 constexpr double caption_margin = 5.0; ///< logical pixels left and right of a caption
 constexpr double sign_share = 0.76;    ///< of the lesser side of the face
+constexpr double largest_sign = 20.0;  ///< logical pixels
 
 QColor ground(FaceState state)
 {
@@ -97,7 +98,8 @@ Picture sign_face(const QString& resource, FaceState state, QSize size)
                 painter.save();
                 draw_ground(painter, rect, state);
                 painter.restore();
-                const double side = std::floor(std::min(rect.width(), rect.height()) * sign_share);
+                const double room = std::min(rect.width(), rect.height());
+                const double side = std::min(std::floor(room * sign_share), largest_sign);
                 QRectF place(0, 0, side, side);
                 place.moveCenter(rect.center() + QPointF(0, shift(state)));
                 sign.draw(painter, place);
