@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -99,6 +100,19 @@ void pick_files(const Driver& driver, Album& album, QWidget& form)
     album.take(form, u"files-of-all-folders"_s);
 }
 
+void edit_by_hand(const Driver& in_list, Album& album)
+{
+    auto& list = in_list.control<ListView>(u"Impossible_ListView"_s);
+    Driver::in_next_dialog([&album](QDialog& dialog) {
+        const Driver in_dialog(dialog);
+        in_dialog.type(u"txtArtist"_s, u"The Paper Lanterns"_s);
+        in_dialog.type(u"txtTitle"_s, u"Evening Train"_s);
+        album.take(dialog, u"single-edit"_s);
+        in_dialog.click(u"cmdSave"_s);
+    });
+    in_list.double_click_row(list, 1);
+}
+
 void convert_files(const Driver& driver, Album& album)
 {
     Driver::in_next_dialog([&album](QDialog& dialog) {
@@ -106,9 +120,42 @@ void convert_files(const Driver& driver, Album& album)
         album.take(dialog, u"final-list"_s);
         in_dialog.click(u"Change_FIF"_s);
         album.take(dialog, u"final-list-converted"_s);
+        edit_by_hand(in_dialog, album);
         in_dialog.click(u"Cancel"_s);
     });
     driver.click(u"Change_all"_s);
+}
+
+void choose_switches(const Driver& driver, Album& album)
+{
+    const auto look_and_take = [&album](const QString& picture, const QString& option) {
+        Driver::in_next_dialog([&album, picture, option](QDialog& dialog) {
+            const Driver in_dialog(dialog);
+            QTest::mouseClick(&in_dialog.control<QRadioButton>(option), Qt::LeftButton);
+            album.take(dialog, picture);
+            in_dialog.click(u"cmd_ok"_s);
+        });
+    };
+    look_and_take(u"shape-of-names"_s, u"Option_3"_s);
+    driver.choose(u"menu_Tool"_s, u"menu_Tool_Select_FIF_Format"_s);
+    look_and_take(u"genre-entry"_s, u"Option_combo"_s);
+    driver.choose(u"menu_Tool"_s, u"menu_Tool_Set_Genre_Type"_s);
+}
+
+void convert_selected_rows(const Driver& driver, Album& album)
+{
+    auto& list = driver.control<ListView>(u"lvListView"_s);
+    driver.click_row(list, 1);
+    driver.click_row(list, list.Count(), Qt::ShiftModifier);
+    Driver::in_next_dialog([&album](QDialog& dialog) {
+        const Driver in_dialog(dialog);
+        in_dialog.click(u"freeview"_s);
+        album.take(dialog, u"auto-convert"_s);
+        in_dialog.click(u"autoconvert"_s);
+        in_dialog.click(u"Cancel"_s);
+    });
+    driver.right_click_row(list, list.Count());
+    driver.choose_from_popup(u"mnu_ListView"_s, u"mnu_ListView_auto"_s);
 }
 
 } // namespace
@@ -141,6 +188,9 @@ int main(int argc, char** argv)
     pick_files(driver, album, *form);
     convert_files(driver, album);
     album.take(*form, u"renamed-files"_s);
+    choose_switches(driver, album);
+    convert_selected_rows(driver, album);
+    album.take(*form, u"files-in-another-shape"_s);
     form->close();
     std::printf("%d pictures in %s\n", album.count(), qPrintable(album.path()));
     return 0;
