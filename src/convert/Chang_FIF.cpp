@@ -1,6 +1,7 @@
 #include "convert/Chang_FIF.h"
 
 #include "convert/genre_controls.h"
+#include "convert/moved_file.h"
 #include "core/Mod_of_nation.h"
 #include "core/mod_of_grobal_var.h"
 #include "fif/Check_korean.h"
@@ -11,6 +12,7 @@
 #include "platform/controls/TextBox.h"
 #include "platform/controls/faces.h"
 #include "platform/controls/message_window.h"
+#include "platform/own_words.h"
 #include "player/Transport.h"
 #include "selection/final_list.h"
 
@@ -36,7 +38,7 @@ template<typename Box> Box* named_box(QWidget* form, const QString& name, const 
 } // namespace
 
 Chang_FIF::Chang_FIF(Transport& transport, Surroundings surroundings, QWidget* parent)
-    : ButtonDialog(u"Chang_FIF"_s, u"Edit File"_s, parent),
+    : ButtonDialog(u"Chang_FIF"_s, own_word(Word::title_edit), parent),
       transport_(transport),
       surroundings_(std::move(surroundings))
 {
@@ -48,16 +50,16 @@ Chang_FIF::Chang_FIF(Transport& transport, Surroundings surroundings, QWidget* p
 
 void Chang_FIF::create_controls()
 {
-    txtFilename_ = named_box<TextBox>(this, u"txtFilename"_s, u"File name"_s);
+    txtFilename_ = named_box<TextBox>(this, u"txtFilename"_s, own_word(Word::field_filename));
     txtFilename_->setReadOnly(true);
-    txtArtist_ = named_box<TextBox>(this, u"txtArtist"_s, u"Artist"_s);
-    txtTitle_ = named_box<TextBox>(this, u"txtTitle"_s, u"Title"_s);
-    txtGenre_ = named_box<TextBox>(this, u"txtGenre"_s, u"Genre"_s);
-    cboGenre_ = named_box<ComboBox>(this, u"cboGenre"_s, u"Genre"_s);
-    Label_filesize_ = named_box<QLabel>(this, u"Label_filesize"_s, u"Length of the name"_s);
+    txtArtist_ = named_box<TextBox>(this, u"txtArtist"_s, own_word(Word::field_artist));
+    txtTitle_ = named_box<TextBox>(this, u"txtTitle"_s, own_word(Word::field_title));
+    txtGenre_ = named_box<TextBox>(this, u"txtGenre"_s, own_word(Word::field_genre));
+    cboGenre_ = named_box<ComboBox>(this, u"cboGenre"_s, own_word(Word::field_genre));
+    Label_filesize_ = named_box<QLabel>(this, u"Label_filesize"_s, own_word(Word::field_length));
     Label_filesize_->setTextFormat(Qt::PlainText);
-    cmdSave_ = add_button(u"cmdSave"_s, u"Save"_s, u"Change the filename into FIF format"_s);
-    cmdExit_ = add_button(u"cmdExit"_s, u"Cancel"_s, u"Cancel"_s);
+    cmdSave_ = add_button(u"cmdSave"_s, own_word(Word::button_save), u"Change the filename into FIF format"_s);
+    cmdExit_ = add_button(u"cmdExit"_s, own_word(Word::button_leave_edit), u"Cancel"_s);
 }
 
 void Chang_FIF::lay_out()
@@ -71,11 +73,11 @@ void Chang_FIF::lay_out()
 
     auto* lines = new QGridLayout;
     lines->setSpacing(8);
-    add_line(*lines, u"Picture_filename"_s, u"File name"_s, txtFilename_);
-    add_line(*lines, u"Picture_artist"_s, u"Artist"_s, txtArtist_);
-    add_line(*lines, u"Picture_title"_s, u"Title"_s, txtTitle_);
-    add_line(*lines, u"Picture_genre"_s, u"Genre"_s, genre);
-    add_line(*lines, u"Picture_length"_s, u"Length"_s, Label_filesize_);
+    add_line(*lines, u"Picture_filename"_s, Word::field_filename, txtFilename_);
+    add_line(*lines, u"Picture_artist"_s, Word::field_artist, txtArtist_);
+    add_line(*lines, u"Picture_title"_s, Word::field_title, txtTitle_);
+    add_line(*lines, u"Picture_genre"_s, Word::field_genre, genre);
+    add_line(*lines, u"Picture_length"_s, Word::field_length, Label_filesize_);
     lines->setColumnMinimumWidth(1, 380);
 
     auto* buttons = new QHBoxLayout;
@@ -92,8 +94,9 @@ void Chang_FIF::lay_out()
     form->setSizeConstraint(QLayout::SetFixedSize);
 }
 
-void Chang_FIF::add_line(QGridLayout& lines, const QString& picture_name, const QString& caption, QWidget* box)
+void Chang_FIF::add_line(QGridLayout& lines, const QString& picture_name, Word word, QWidget* box)
 {
+    const QString caption = own_word(word);
     auto* picture = new PictureBox(label_face(caption, picture_size), this);
     picture->setObjectName(picture_name);
     picture->setAccessibleName(caption);
@@ -221,8 +224,8 @@ void Chang_FIF::rename_and_write(const QString& new_name, FifFields& fields)
 {
     new_file_path_ = shared.edit_folder + new_name;
     new_file_name_ = new_name;
-    MoveFileA(shared.edit_folder + shared.edit_file_name, new_file_path_);
-    Write_fif_tag(new_file_path_, fields.artist, fields.title, fields.genre);
+    const bool moved = MoveFileA(shared.edit_folder + shared.edit_file_name, new_file_path_);
+    tag_moved_file(moved, new_file_path_, fields.artist, fields.title, fields.genre);
     file_changed_ = 1;
     shared.selected_mp3_name = new_name;
 }

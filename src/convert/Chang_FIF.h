@@ -3,6 +3,7 @@
 #include "convert/typed_fields.h"
 #include "platform/controls/ButtonDialog.h"
 #include "platform/numbers.h"
+#include "platform/own_words.h"
 
 #include <QString>
 
@@ -31,7 +32,7 @@ public:
 private:
     void create_controls();
     void lay_out();
-    void add_line(QGridLayout& lines, const QString& picture_name, const QString& caption, QWidget* box);
+    void add_line(QGridLayout& lines, const QString& picture_name, Word word, QWidget* box);
     void connect_controls();
     void load();
 

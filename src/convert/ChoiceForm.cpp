@@ -2,8 +2,10 @@
 
 #include "platform/controls/message_window.h"
 #include "platform/controls/palette.h"
+#include "platform/own_words.h"
 
 #include <QPainter>
+#include <QStyleOptionButton>
 
 #include <algorithm>
 
@@ -14,6 +16,7 @@ namespace {
 constexpr int margin = 16;
 constexpr int line_height = 36;
 constexpr int line_width = 400;
+constexpr int option_inset = 10; ///< of an option's mark from the left end of its line
 constexpr int text_left = 36;
 constexpr int button_gap = 8;
 
@@ -40,6 +43,22 @@ Picture painted_lines(const QStringList& texts)
 
 } // namespace
 
+void ChoiceOption::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    if (hasFocus()) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette::accent, palette::stroke));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 3, -1, -3), palette::corner_radius, palette::corner_radius);
+    }
+    // The style's own mark of the focus goes round the missing caption only.
+    option.state.setFlag(QStyle::State_HasFocus, false);
+    option.rect.adjust(option_inset, 0, 0, 0);
+    style()->drawControl(QStyle::CE_RadioButton, &option, &painter, this);
+}
+
 ChoiceForm::ChoiceForm(const QString& name, const QString& title, const std::vector<Option>& options, i16 chosen,
                        QWidget* parent)
     : ButtonDialog(name, title, parent)
@@ -61,7 +80,8 @@ void ChoiceForm::add_option(const Option& option, int row)
     auto* button = new ChoiceOption(this);
     button->setObjectName(option.name);
     button->setAccessibleName(option.text);
-    button->setGeometry(line_rect(row).adjusted(8, 0, 0, 0));
+    button->setMouseTracking(true); // the form takes the moves over its options as well
+    button->setGeometry(line_rect(row));
     connect(button, &QRadioButton::toggled, this, [this, value = option.value](bool on) {
         if (on)
             chosen_ = value;
@@ -71,8 +91,8 @@ void ChoiceForm::add_option(const Option& option, int row)
 
 void ChoiceForm::add_command_buttons()
 {
-    UsrButton* ok = add_button(u"cmd_ok"_s, u"OK"_s, u"OK"_s);
-    UsrButton* cancel = add_button(u"cmd_cancel"_s, u"Cancel"_s, u"Cancel"_s);
+    UsrButton* ok = add_button(u"cmd_ok"_s, own_word(Word::button_ok), own_word(Word::button_ok));
+    UsrButton* cancel = add_button(u"cmd_cancel"_s, own_word(Word::button_cancel), own_word(Word::button_cancel));
     const int top = back_picture_.size.height() + button_gap;
     const int right = back_picture_.size.width() - margin + 8;
     cancel->move(right - cancel->width(), top);

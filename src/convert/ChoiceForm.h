@@ -19,6 +19,7 @@ public:
 
 protected:
     bool hitButton(const QPoint& point) const override { return rect().contains(point); }
+    void paintEvent(QPaintEvent* event) override;
 };
 
 /// A small form that sets one switch: options in front of a back picture that serves as their labels, OK and Cancel.

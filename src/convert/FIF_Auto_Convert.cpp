@@ -1,8 +1,10 @@
 #include "convert/FIF_Auto_Convert.h"
 
+#include "convert/moved_file.h"
 #include "core/Mod_of_nation.h"
 #include "core/mod_of_grobal_var.h"
 #include "fif/mod_of_FIF.h"
+#include "platform/RunTimeError.h"
 #include "platform/controls/LongWork.h"
 #include "platform/controls/PictureBox.h"
 #include "platform/controls/TextBox.h"
@@ -22,11 +24,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize title_size(220, 24);
+constexpr QSize field_size(64, 24);
+constexpr int text_width = 210;
 
 } // namespace
 
 FIF_Auto_Convert::FIF_Auto_Convert(Transport& transport, Surroundings surroundings, QWidget* parent)
-    : ButtonDialog(u"FIF_Auto_Convert"_s, u"Auto Convert"_s, parent),
+    : ButtonDialog(u"FIF_Auto_Convert"_s, own_word(Word::title_auto_convert), parent),
       transport_(transport),
       surroundings_(std::move(surroundings))
 {
@@ -41,71 +45,89 @@ void FIF_Auto_Convert::create_controls()
 {
     Selected_ListView_ = new ListView(this);
     Selected_ListView_->setObjectName(u"Selected_ListView"_s);
-    Selected_ListView_->setAccessibleName(u"Selected files"_s);
+    Selected_ListView_->setAccessibleName(own_word(Word::list_auto_convert));
     Selected_ListView_->set_SmallIcons(surroundings_.small_icons);
     Selected_ListView_->set_Checkboxes(true);
     Selected_ListView_->set_ColumnHeaders(
-        {{u"Name"_s, 4600}, {u"FIF"_s, 5200}, {u"Location"_s, 3000}, {u"Size"_s, 900, Qt::AlignRight}});
-    artist_ = create_fixed(u"Check_Artist"_s, u"Label_fix_artist"_s, u"txtArtist"_s, u"Fix Artist"_s);
-    genre_ = create_fixed(u"Check_Genre"_s, u"Label_fix_genre"_s, u"txtGenre"_s, u"Fix Genre"_s);
-    freeview_ = add_button(u"freeview"_s, u"Preview"_s, u"Preview"_s);
-    autoconvert_ = add_button(u"autoconvert"_s, u"Convert"_s, u"Convert"_s);
-    Cancel_ = add_button(u"Cancel"_s, u"Close"_s, u"Cancel"_s);
+        {{u"Name"_s, 4600}, {u"FIF"_s, 5200}, {u"Location"_s, 2300}, {u"Size"_s, 900, Qt::AlignRight}});
+    artist_ = create_fixed(u"Artist"_s, Word::field_artist, u"Fix Artist"_s);
+    genre_ = create_fixed(u"Genre"_s, Word::field_genre, u"Fix Genre"_s);
+    freeview_ = add_button(u"freeview"_s, own_word(Word::button_preview), own_word(Word::button_preview));
+    autoconvert_ = add_button(u"autoconvert"_s, own_word(Word::button_convert), own_word(Word::button_convert));
+    Cancel_ = add_button(u"Cancel"_s, own_word(Word::button_close), own_word(Word::button_close));
     StatusBar1_ = new StatusBar({3000, 6000}, this);
     StatusBar1_->setObjectName(u"StatusBar1"_s);
 }
 
-FIF_Auto_Convert::Fixed FIF_Auto_Convert::create_fixed(const QString& check_name, const QString& label_name,
-                                                       const QString& text_name, const QString& caption)
+/// The controls of one value; `names_end` is what their names have in common, such as "Artist".
+FIF_Auto_Convert::Fixed FIF_Auto_Convert::create_fixed(const QString& names_end, Word field, const QString& caption)
 {
-    const Fixed fixed = {.check = new QCheckBox(this), .label = new QLabel(caption, this), .text = new TextBox(this)};
-    fixed.check->setObjectName(check_name);
+    const Fixed fixed = {.picture = new PictureBox(label_face(own_word(field), field_size), this),
+                         .text = new TextBox(this),
+                         .check = new QCheckBox(this),
+                         .label = new QLabel(caption, this)};
+    fixed.picture->setObjectName(u"Picture_"_s + names_end.toLower());
+    fixed.picture->setAccessibleName(own_word(field));
+    fixed.text->setObjectName(u"txt"_s + names_end);
+    fixed.text->setAccessibleName(own_word(field));
+    fixed.check->setObjectName(u"Check_"_s + names_end);
     fixed.check->setAccessibleName(caption);
-    fixed.label->setObjectName(label_name);
+    fixed.check->setMouseTracking(true);
+    fixed.label->setObjectName(u"Label_fix_"_s + names_end.toLower());
     fixed.label->setMouseTracking(true);
-    fixed.text->setObjectName(text_name);
-    fixed.text->setAccessibleName(caption);
     return fixed;
 }
 
 void FIF_Auto_Convert::lay_out()
 {
-    auto* title = new PictureBox(label_face(u"Auto Convert List"_s, title_size), this);
+    auto* title = new PictureBox(label_face(own_word(Word::list_auto_convert), title_size), this);
     title->setObjectName(u"Picture_main"_s);
+    title->setAccessibleName(own_word(Word::list_auto_convert));
 
-    auto* fixed_values = new QGridLayout;
-    fixed_values->setSpacing(8);
-    int row = 0;
-    for (const Fixed& fixed : {artist_, genre_}) {
-        fixed_values->addWidget(fixed.check, row, 0);
-        fixed_values->addWidget(fixed.label, row, 1);
-        fixed_values->addWidget(fixed.text, row, 2);
-        ++row;
-    }
-    fixed_values->setColumnMinimumWidth(2, 320);
-    fixed_values->setColumnStretch(3, 1);
-
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(8);
-    buttons->addStretch();
-    for (UsrButton* button : {freeview_, autoconvert_, Cancel_})
-        buttons->addWidget(button);
+    auto* commands = new QHBoxLayout;
+    commands->addLayout(fixed_values());
+    commands->addStretch();
+    commands->addLayout(buttons());
 
     auto* content = new QVBoxLayout;
     content->setContentsMargins(16, 12, 16, 12);
-    content->setSpacing(12);
+    content->setSpacing(8);
     content->addWidget(title);
     content->addWidget(Selected_ListView_);
-    content->addLayout(fixed_values);
-    content->addLayout(buttons);
+    content->addSpacing(4);
+    content->addLayout(commands);
 
     auto* form = new QVBoxLayout(this);
     form->setContentsMargins(0, 0, 0, 0);
     form->setSpacing(0);
     form->addLayout(content);
     form->addWidget(StatusBar1_);
-    resize(920, 560);
-    setMinimumSize(640, 420);
+    resize(960, 560);
+    setMinimumSize(900, 420);
+}
+
+QLayout* FIF_Auto_Convert::fixed_values()
+{
+    auto* lines = new QGridLayout;
+    lines->setSpacing(8);
+    for (const Fixed& fixed : {artist_, genre_}) {
+        const int row = lines->rowCount();
+        lines->addWidget(fixed.picture, row, 0);
+        lines->addWidget(fixed.text, row, 1);
+        lines->addWidget(fixed.check, row, 2);
+        lines->addWidget(fixed.label, row, 3);
+    }
+    lines->setColumnMinimumWidth(1, text_width);
+    return lines;
+}
+
+QLayout* FIF_Auto_Convert::buttons()
+{
+    auto* row = new QHBoxLayout;
+    row->setSpacing(8);
+    for (UsrButton* button : {freeview_, autoconvert_, Cancel_})
+        row->addWidget(button, 0, Qt::AlignBottom);
+    return row;
 }
 
 void FIF_Auto_Convert::connect_controls()
@@ -129,7 +151,10 @@ void FIF_Auto_Convert::Fill_selected_list()
         const ListRow& source = main_list.Item(row);
         if (!source.Selected)
             continue;
-        const int index = Selected_ListView_->Add(source.Text, source.Text);
+        // Two rows of one name are one file: a row of a file that is gone may have been given another's name.
+        if (!errors_ignored([&] { Selected_ListView_->Add(source.Text, source.Text); }))
+            continue;
+        const int index = Selected_ListView_->Count();
         Selected_ListView_->set_SmallIcon(index, source.SmallIcon);
         Selected_ListView_->set_Checked(index, true);
         Selected_ListView_->set_SubItem(index, 2, shared.current_folder);
@@ -238,10 +263,15 @@ QString FIF_Auto_Convert::auto_convert(const QString& old_name, const QString& a
     const QString new_path = shared.current_folder + new_name;
     if (shared.fso.FileExists(new_path))
         return new_name;
-    MoveFileA(shared.current_folder + old_name, new_path);
-    rename_in_final_list(old_name, shared.current_folder, new_name, shared.current_folder);
-    // The shared results and not the arguments, on purpose: for a listed file the line above has parsed the new name
-    // into them, so that the tag agrees with a title that was cut.
-    Write_fif_tag(new_path, QString(shared.fif_artist), QString(shared.fif_title), shared.fif_genre);
+    const bool moved = MoveFileA(shared.current_folder + old_name, new_path);
+    if (rename_in_final_list(old_name, shared.current_folder, new_name, shared.current_folder) == 0) {
+        // While a message stood the player may have gone on to another file, whose fields are no business of this one.
+        shared.fif_artist = artist;
+        shared.fif_title = title;
+        shared.fif_genre = genre;
+    }
+    // The shared results and not the arguments, on purpose: for a listed file they hold by now what the new name says,
+    // so that the tag agrees with a title that was cut.
+    tag_moved_file(moved, new_path, QString(shared.fif_artist), QString(shared.fif_title), shared.fif_genre);
     return new_name;
 }

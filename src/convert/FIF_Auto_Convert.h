@@ -4,14 +4,16 @@
 #include "platform/controls/ListView.h"
 #include "platform/controls/StatusBar.h"
 #include "platform/numbers.h"
+#include "platform/own_words.h"
 
 #include <QString>
 
 #include <functional>
 
+class PictureBox;
 class QCheckBox;
-class QHBoxLayout;
 class QLabel;
+class QLayout;
 class TextBox;
 class Transport;
 
@@ -34,18 +36,21 @@ public:
     FIF_Auto_Convert(Transport& transport, Surroundings surroundings, QWidget* parent);
 
 private:
-    /// A value that can be forced on all files: a check box with its label and text box.
+    /// A value that can be forced on all files: a text box with the picture that names it, and the check box that
+    /// forces it with its label.
     struct Fixed
     {
+        PictureBox* picture = nullptr;
+        TextBox* text = nullptr;
         QCheckBox* check = nullptr;
         QLabel* label = nullptr;
-        TextBox* text = nullptr;
     };
 
     void create_controls();
-    Fixed create_fixed(const QString& check_name, const QString& label_name, const QString& text_name,
-                       const QString& caption);
+    Fixed create_fixed(const QString& names_end, Word field, const QString& caption);
     void lay_out();
+    QLayout* fixed_values();
+    QLayout* buttons();
     void connect_controls();
 
     /// Copies the main list's selected rows.

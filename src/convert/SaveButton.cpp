@@ -1,5 +1,6 @@
 #include "convert/SaveButton.h"
 
+#include "convert/moved_file.h"
 #include "core/Mod_of_nation.h"
 #include "core/drive_table.h"
 #include "core/mod_of_grobal_var.h"
@@ -25,6 +26,8 @@ void SaveButton::cmdSave_Click()
         show_message(msg_cd_not_renamable);
     else if (main_.fields.txtArtist.Text().isEmpty() || main_.fields.txtTitle.Text().isEmpty())
         show_message(msg_input_artist_title);
+    else if (main_.lvListView.SelectedItem() == 0) // the fields outlive the rows when the tree's root is clicked
+        show_message(msg_select_mp3);
     else
         save_selected_file();
     main_.click_row(main_.lvListView.SelectedItem());
@@ -59,8 +62,8 @@ void SaveButton::convert_fif()
     }
     if (!final_list_takes(new_name))
         return;
-    MoveFileA(shared.selected_mp3_full, new_path);
-    Write_fif_tag(new_path, fields.artist, fields.title, fields.genre);
+    const bool moved = MoveFileA(shared.selected_mp3_full, new_path);
+    tag_moved_file(moved, new_path, fields.artist, fields.title, fields.genre);
     show_new_name(new_name, new_path);
     shared.selected_mp3_path = shared.selected_mp3_full;
 }

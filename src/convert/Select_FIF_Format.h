@@ -14,6 +14,9 @@ public:
     /// The genre controls are those of the main window; they outlive the form.
     Select_FIF_Format(ComboBox& cboGenre, TextBox& txtGenre, QWidget* parent);
 
+    /// The number of the option chosen last, 0 for none.
+    i16 selected_type() const { return chosen(); }
+
 private:
     void apply() override;
 

@@ -14,6 +14,9 @@ public:
     /// The genre controls are those of the main window; they outlive the form.
     Set_genre_type(ComboBox& cboGenre, TextBox& txtGenre, QWidget* parent);
 
+    /// The way of entering a genre chosen last, 0 for none.
+    i16 selected_genre_type() const { return chosen(); }
+
 private:
     void apply() override;
 

@@ -5,12 +5,35 @@
 /// Texts that are the program's own additions to its fixed ones: prompts, progress, tips, errors.
 enum class Word
 {
-    run_time_error,  ///< "Run-time error '%1':", the number in place of %1
-    type_mp3,        ///< type of a file called *.mp3
-    type_file,       ///< type of any other file
-    drive_root_name, ///< name of the drive of the file system's root
-    drive_home_name, ///< name of the drive of the user's home
-    drive_music_name ///< name of the drive of the user's music folder
+    run_time_error,   ///< "Run-time error '%1':", the number in place of %1
+    type_mp3,         ///< type of a file called *.mp3
+    type_file,        ///< type of any other file
+    drive_root_name,  ///< name of the drive of the file system's root
+    drive_home_name,  ///< name of the drive of the user's home
+    drive_music_name, ///< name of the drive of the user's music folder
+
+    field_filename, ///< labels of the detail fields
+    field_artist,
+    field_title,
+    field_genre,
+    field_length,
+
+    title_edit, ///< window titles of the converting forms
+    title_auto_convert,
+    title_choose_format,
+    title_choose_genre_type,
+
+    button_ok,
+    button_cancel,
+    button_close,
+    button_preview,
+    button_convert,
+    button_save,       ///< on forms whose buttons keep their English captions in Korean
+    button_leave_edit, ///< likewise
+
+    list_auto_convert,      ///< caption of the list of files to convert
+    option_genre_from_list, ///< the two ways of entering a genre
+    option_genre_as_text
 };
 
 /// The text of a word in the build's language.
