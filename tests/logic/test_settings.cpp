@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -38,7 +39,10 @@ class TestSettings : public QObject
 {
     Q_OBJECT
 
+    QTemporaryDir machine_; ///< holds settings for all users of the machine, which have no say
+
 private Q_SLOTS:
+    void initTestCase();
     void init();
     void first_start_gives_the_defaults();
     void texts_survive_data();
@@ -58,6 +62,14 @@ private Q_SLOTS:
     void stored_text_that_is_no_number();
     void failure_keeps_the_order_of_reading();
 };
+
+void TestSettings::initTestCase()
+{
+    QFile file(machine_.filePath(u"Quilmo.ini"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(file.write("[location_burn]\nlocation=x\n[fif_type]\nlocation=6\n[vol_type]\nlocation=7\n") > 0);
+    qputenv("XDG_CONFIG_DIRS", QFile::encodeName(machine_.path()));
+}
 
 void TestSettings::init()
 {
