@@ -116,10 +116,8 @@ void decode_header(const BitText& bits, HeaderAnalysis& analysis)
     facts.Mode = mode_text(mode);
     facts.Channels = mode == 3 ? 1 : 2;
     facts.Emphasis = emphasis_text(field(bits, 31, 2));
-    if (facts.MpegVersion != 1) {
-        facts.Hz = 0;
+    if (facts.MpegVersion != 1)
         return;
-    }
     const auto sampling_rate = static_cast<std::size_t>(field(bits, 21, 2));
     if (sampling_rate < sampling_rates.size())
         facts.Hz = sampling_rates[sampling_rate];
