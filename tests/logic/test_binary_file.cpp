@@ -6,7 +6,9 @@
 #include <QTest>
 
 #include <array>
+#include <csignal>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -33,6 +35,29 @@ QByteArray bytes_at(const BinaryFile& file, qint64 offset, std::size_t count)
     return {buffer.data(), read};
 }
 
+/// As long as it lives no file can be written beyond `bytes`, as on a disk that fills up in the middle of a write.
+class SizeLimit
+{
+public:
+    explicit SizeLimit(rlim_t bytes) : old_handler_(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        ::getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{.rlim_cur = bytes, .rlim_max = before_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~SizeLimit()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, old_handler_);
+    }
+    SizeLimit(const SizeLimit&) = delete;
+    SizeLimit& operator=(const SizeLimit&) = delete;
+
+private:
+    void (*old_handler_)(int);
+    rlimit before_{};
+};
+
 } // namespace
 
 class TestBinaryFile : public QObject
@@ -48,6 +73,7 @@ private Q_SLOTS:
     void reads_at_positions();
     void writes_in_place();
     void writes_nothing_at_a_negative_position();
+    void a_write_that_stops_in_the_middle_has_failed();
     void a_file_opened_for_reading_is_not_written();
     void opens_regular_files_only_data();
     void opens_regular_files_only();
@@ -98,6 +124,19 @@ void TestBinaryFile::writes_nothing_at_a_negative_position()
     disk_->write(path, "0123456789");
     QVERIFY(!BinaryFile(path, BinaryFile::Access::write).write_at(-1, std::array{'a', 'b'}));
     QCOMPARE(disk_->read(path), QByteArray("0123456789"));
+}
+
+void TestBinaryFile::a_write_that_stops_in_the_middle_has_failed()
+{
+    disk_->write(path, "0123456789");
+    const BinaryFile file(path, BinaryFile::Access::write);
+    bool written = true;
+    {
+        const SizeLimit limit(8);
+        written = file.write_at(6, std::array{'a', 'b', 'c'});
+    }
+    QVERIFY(!written);
+    QCOMPARE(disk_->read(path), QByteArray("012345ab89"));
 }
 
 void TestBinaryFile::a_file_opened_for_reading_is_not_written()

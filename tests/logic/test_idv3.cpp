@@ -95,6 +95,7 @@ private Q_SLOTS:
     void loading_and_asking_in_one_gives_the_same_data();
     void loading_and_asking_in_one_gives_the_same();
     void loading_resets_all_but_three_fields();
+    void loading_forgets_what_was_put_in();
     void HasTag_asks_the_disk_each_time();
     void what_is_no_file_leaves_FileName_empty_data();
     void what_is_no_file_leaves_FileName_empty();
@@ -293,6 +294,36 @@ void TestIdv3::loading_resets_all_but_three_fields()
     QCOMPARE(reader.FrameLengthInBytes(), 417);
     QCOMPARE(int{reader.Pad()}, 0);
     QCOMPARE(reader.InfoString(), info);
+}
+
+void TestIdv3::loading_forgets_what_was_put_in()
+{
+    disk_->write(path, audio);
+    disk_->write(other_path, audio + mixed_tag());
+    cIDV3 reader;
+    const auto put_in = [&reader] {
+        reader.set_Title(u"x"_s);
+        reader.set_Artist(u"x"_s);
+        reader.set_Album(u"x"_s);
+        reader.set_Year(u"x"_s);
+        reader.set_Comments(u"x"_s);
+        reader.set_Genre(1);
+    };
+    put_in();
+    reader.set_FileName(path);
+    expect_no_tag_loaded(reader);
+    QVERIFY(reader.WriteTag());
+    QCOMPARE(disk_->read(path).last(128), "TAG" + QByteArray(124, ' ') + '\x0C');
+    put_in();
+    reader.set_FileName(other_path);
+    QVERIFY(reader.WriteTag());
+    QCOMPARE(disk_->read(other_path), audio + mixed_tag());
+
+    TagField field(4);
+    field.set(u"x"_s);
+    field.read("abcd");
+    QCOMPARE(field.text(), u"abcd"_s);
+    QCOMPARE(field.bytes(), QByteArray("abcd"));
 }
 
 void TestIdv3::HasTag_asks_the_disk_each_time()

@@ -48,7 +48,11 @@ private Q_SLOTS:
     void the_shortest_files_with_a_tag();
     void what_is_no_file_has_no_tag_data();
     void what_is_no_file_has_no_tag();
+    void odd_names_are_read_and_written_data();
+    void odd_names_are_read_and_written();
     void a_tag_is_written();
+    void a_file_replaced_since_it_was_read_keeps_its_own_fields();
+    void the_first_and_the_last_genre_are_written();
     void a_genre_is_written_in_list_spelling();
     void a_genre_of_no_list_leaves_the_byte_data();
     void a_genre_of_no_list_leaves_the_byte();
@@ -321,6 +325,37 @@ void TestModOfFif::what_is_no_file_has_no_tag()
     QCOMPARE(Check_file_for_fif(u"good.mp3"_s), i16{2});
 }
 
+void TestModOfFif::odd_names_are_read_and_written_data()
+{
+    QTest::addColumn<QByteArray>("name_on_disk");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("255 bytes") << QByteArray(251, 'x') + ".mp3" << QString(251, u'x') + u".mp3"_s;
+    QTest::newRow("255 bytes of Hangul") << QByteArray("\xEA\xB0\x80").repeated(83) + "ab.mp3"
+                                         << QString(83, u'가') + u"ab.mp3"_s;
+    QTest::newRow("not UTF-8") << QByteArray("Caf\xE9.mp3") << u"Caf\xdce9.mp3"_s;
+    QTest::newRow("a line break") << QByteArray("a\nb.mp3") << u"a\nb.mp3"_s;
+    QTest::newRow("a backslash") << QByteArray("a\\b.mp3")
+                                 << u"a\xf05c"
+                                    "b.mp3"_s;
+    QTest::newRow("a leading full stop") << QByteArray(".a.mp3") << u".a.mp3"_s;
+}
+
+void TestModOfFif::odd_names_are_read_and_written()
+{
+    QFETCH(const QByteArray, name_on_disk);
+    QFETCH(const QString, name);
+    NotedMessages messages;
+    disk_->write(folder + name, tagged("A", "T"));
+    struct stat status = {};
+    QCOMPARE(stat((disk_->native(folder) + '/' + name_on_disk).constData(), &status), 0);
+    QCOMPARE(Check_file_for_fif(name), i16{2});
+    QString genre = u"Pop"_s;
+    Write_fif_tag(folder + name, u"B"_s, u"U"_s, genre);
+    QCOMPARE(Check_file_for_fif(name), i16{2});
+    QCOMPARE(results(), QStringList({u"B"_s, u"U"_s, u"Pop"_s}));
+    QCOMPARE(messages.take(), QStringList());
+}
+
 void TestModOfFif::a_tag_is_written()
 {
     NotedMessages messages;
@@ -337,6 +372,32 @@ void TestModOfFif::a_tag_is_written()
     Write_fif_tag(folder + u"x.mp3"_s, u"가수"_s, u"New title"_s, genre);
     QCOMPARE(disk_->read(folder + u"x.mp3"_s), audio + sample_tag(tag));
     QCOMPARE(messages.take(), QStringList());
+}
+
+void TestModOfFif::a_file_replaced_since_it_was_read_keeps_its_own_fields()
+{
+    disk_->write(folder + u"x.mp3"_s, tagged("Old artist", "Old title", 17));
+    QCOMPARE(Check_file_for_fif(u"x.mp3"_s), i16{2});
+    const QByteArray audio = sample_audio({.frames = 3});
+    SampleTag tag = {
+        .title = "Other", .artist = "Other", .album = "Other", .year = "2001", .comment = "Other", .genre = 99};
+    disk_->write(folder + u"x.mp3"_s, audio + sample_tag(tag));
+    QString genre;
+    Write_fif_tag(folder + u"x.mp3"_s, QString(30, u'a'), QString(30, u't'), genre);
+    tag.artist = QByteArray(30, 'a');
+    tag.title = QByteArray(30, 't');
+    QCOMPARE(disk_->read(folder + u"x.mp3"_s), audio + sample_tag(tag));
+}
+
+void TestModOfFif::the_first_and_the_last_genre_are_written()
+{
+    disk_->write(folder + u"x.mp3"_s, tagged("A", "T", 12));
+    QString genre = u"Blues"_s;
+    Write_fif_tag(folder + u"x.mp3"_s, u"A"_s, u"T"_s, genre);
+    QCOMPARE(disk_->read(folder + u"x.mp3"_s).back(), '\0');
+    genre = u"Synthpop"_s;
+    Write_fif_tag(folder + u"x.mp3"_s, u"A"_s, u"T"_s, genre);
+    QCOMPARE(disk_->read(folder + u"x.mp3"_s).back(), '\x93');
 }
 
 void TestModOfFif::a_genre_is_written_in_list_spelling()

@@ -83,6 +83,7 @@ private Q_SLOTS:
     void seconds_and_frames_data();
     void seconds_and_frames();
     void without_sampling_rate_the_frame_length_of_before_counts();
+    void a_variable_bit_rate_counts_as_the_first_frames();
     void free_format_counts_frames_backwards_data();
     void free_format_counts_frames_backwards();
     void the_number_behind_the_frame_is_provisional_data();
@@ -213,6 +214,8 @@ void TestMpegHeader::a_file_without_a_frame_is_made_up_of_its_first_bytes_data()
     QTest::newRow("one byte") << QByteArray("I") << 25 << 0;
     QTest::newRow("zeros") << QByteArray(300, '\0') << 25 << 0;
     QTest::newRow("a block of another tag") << QByteArray("ID3\3").leftJustified(400, '\0') << 0 << 0;
+    QTest::newRow("a block of another tag before a frame at 5001")
+        << QByteArray("ID3\3").leftJustified(5000, '\0') + usual_header << 0 << 0;
     QTest::newRow("a tag of the end at the beginning") << QByteArray("TAG").leftJustified(128, ' ') << 25 << 3;
     QTest::newRow("a RIFF file") << QByteArray("RIFF").leftJustified(128, '\0') << 2 << 3;
     QTest::newRow("a header of MPEG-2 behind a zero") << QByteArray::fromHex("80f39064") << 2 << 3;
@@ -424,6 +427,17 @@ void TestMpegHeader::without_sampling_rate_the_frame_length_of_before_counts()
     QCOMPARE(later.facts.Hz, 0);
     QCOMPARE(later.FrameLengthInBytes, 417);
     QCOMPARE(later.facts.Frames, 9592);
+}
+
+void TestMpegHeader::a_variable_bit_rate_counts_as_the_first_frames()
+{
+    QByteArray content = usual_header.leftJustified(600, '\0');
+    content.replace(36, 12, "Xing" + QByteArray::fromHex("0000000100000007"));
+    content.replace(417, 4, QByteArray::fromHex("fffbe064"));
+    const HeaderAnalysis analysis = analysed(content, 4'000'000);
+    QCOMPARE(analysis.InfoString(), analysed(usual_header, 4'000'000).InfoString());
+    QCOMPARE(analysis.facts.Frames, 9592);
+    QCOMPARE(int{analysis.facts.Seconds}, 250);
 }
 
 void TestMpegHeader::free_format_counts_frames_backwards_data()
