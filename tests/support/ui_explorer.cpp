@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -157,7 +158,7 @@ void ExplorerPanes::tick(const QString& name, bool on)
     picks.ItemCheck(index);
 }
 
-WithoutRights::WithoutRights(const QByteArray& native) : native_(native)
+WithoutRights::WithoutRights(QByteArray native) : native_(std::move(native))
 {
     chmod(native_.constData(), 0);
     set_power_over_rights(false);

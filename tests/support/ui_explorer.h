@@ -92,7 +92,7 @@ public:
 class WithoutRights
 {
 public:
-    explicit WithoutRights(const QByteArray& native);
+    explicit WithoutRights(QByteArray native);
     ~WithoutRights();
     WithoutRights(const WithoutRights&) = delete;
     WithoutRights& operator=(const WithoutRights&) = delete;

@@ -516,8 +516,8 @@ void TestFileList::a_column_click_sorts_and_turns_round()
 
 void TestFileList::sizes_sort_as_text()
 {
-    write(u"nine.mp3"_s, QByteArray(9 * 1024, 'x'));
-    write(u"ten.mp3"_s, QByteArray(10 * 1024, 'x'));
+    write(u"nine.mp3"_s, QByteArray(9216, 'x'));
+    write(u"ten.mp3"_s, QByteArray(10240, 'x'));
     fill();
     panes_->list.ColumnClick(1);
     QCOMPARE(panes_->list_view.Item(1).column(1), u"9KB"_s);
