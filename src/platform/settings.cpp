@@ -17,8 +17,6 @@ QString GetSetting(const QString& application, const QString& section, const QSt
     QSettings store(QSettings::IniFormat, QSettings::UserScope, application);
     // Otherwise a file of the same name for the whole machine would stand in for what the user has not stored.
     store.setFallbacksEnabled(false);
-    if (store.status() != QSettings::NoError)
-        return default_value;
     return store.value(full_key(section, key), default_value).toString();
 }
 

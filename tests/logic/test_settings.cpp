@@ -160,9 +160,10 @@ void TestSettings::bad_store_is_empty()
 
 void TestSettings::damaged_section_leaves_the_others()
 {
-    write_store("[fif_type]\nlocation=2\n[vol_type]\nlocation\n");
+    write_store("[location_burn]\nlocation=C:/burn\n[fif_type\nlocation=2\n[vol_type]\nlocation\n");
     read_settings();
 
+    QCOMPARE(shared.burn_program_path, u"C:/burn"_s);
     QCOMPARE(shared.fif_type, i16(2));
     QCOMPARE(shared.vol_type, i16(35));
 }
