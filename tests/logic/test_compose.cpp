@@ -2,7 +2,6 @@
 
 #include "core/mod_of_grobal_var.h"
 #include "fif/Check_korean.h"
-#include "fif/genre_codes.h"
 #include "fif/mod_of_FIF.h"
 
 #include <QCoreApplication>
@@ -181,7 +180,6 @@ private Q_SLOTS:
     void a_name_that_fits_is_not_reported();
     void an_unknown_shape_has_no_names();
     void random_names_keep_the_format();
-    void seventeen_entries_of_the_genre_box_have_codes();
 };
 
 void TestCompose::names_data()
@@ -350,15 +348,6 @@ void TestCompose::random_names_keep_the_format()
     }
     QVERIFY(made > 10000);
     QVERIFY(cut > 1000);
-}
-
-void TestCompose::seventeen_entries_of_the_genre_box_have_codes()
-{
-    const QStringList codes{u"ALT"_s, u"BLU"_s, u"CLS"_s, u"CNT"_s, u"DAN"_s, u"ELE"_s, u"FLK"_s, u"GOS"_s, u"HIP"_s,
-                            u"JAZ"_s, u"MET"_s, u"NAG"_s, u"POP"_s, u"RAP"_s, u"RNB"_s, u"ROC"_s, u"OTH"_s};
-    QCOMPARE(codes.size(), 17);
-    for (int position = -2; position < 150; ++position)
-        QCOMPARE(genre_code(position), codes.value(position));
 }
 
 QUILMO_LOGIC_TEST(TestCompose)
