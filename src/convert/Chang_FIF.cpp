@@ -24,13 +24,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize picture_size(90, 24);
+constexpr QSize picture_size(88, 28);
+constexpr int text_margin = 2; ///< logical pixels left and right of a text, beside those of the box itself
+constexpr int text_indent = 5; ///< of a text without a box, under those in boxes
 
-/// A box named `name` with an accessible name, made on `form`.
+/// A box named `name` on a line of the form, with an accessible name, made on `form`.
 template<typename Box> Box* named_box(QWidget* form, const QString& name, const QString& accessible_name)
 {
     auto* box = new Box(form);
     box->setObjectName(name);
+    box->setFixedHeight(picture_size.height());
     box->setAccessibleName(accessible_name);
     return box;
 }
@@ -58,6 +61,9 @@ void Chang_FIF::create_controls()
     cboGenre_ = named_box<ComboBox>(this, u"cboGenre"_s, own_word(Word::field_genre));
     Label_filesize_ = named_box<QLabel>(this, u"Label_filesize"_s, own_word(Word::field_length));
     Label_filesize_->setTextFormat(Qt::PlainText);
+    Label_filesize_->setIndent(text_indent);
+    for (TextBox* box : {txtFilename_, txtArtist_, txtTitle_, txtGenre_})
+        box->setTextMargins(text_margin, 0, text_margin, 0);
     cmdSave_ = add_button(u"cmdSave"_s, own_word(Word::button_save), u"Change the filename into FIF format"_s);
     cmdExit_ = add_button(u"cmdExit"_s, own_word(Word::button_leave_edit), u"Cancel"_s);
 }
@@ -91,7 +97,6 @@ void Chang_FIF::lay_out()
     form->setSpacing(16);
     form->addLayout(lines);
     form->addLayout(buttons);
-    form->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void Chang_FIF::add_line(QGridLayout& lines, const QString& picture_name, Word word, QWidget* box)
@@ -122,6 +127,7 @@ void Chang_FIF::load()
     else
         Show_edit_tag_info(shared.edit_folder, shared.edit_file_name);
     show_genre_controls(*cboGenre_, *txtGenre_, shared.genre_type, shared.fif_type);
+    setFixedSize(sizeHint());
     txtArtist_->setFocus();
 }
 

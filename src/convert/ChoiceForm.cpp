@@ -5,7 +5,6 @@
 #include "platform/own_words.h"
 
 #include <QPainter>
-#include <QStyleOptionButton>
 
 #include <algorithm>
 
@@ -13,11 +12,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int margin = 16;
-constexpr int line_height = 36;
+constexpr int margin = 18;
+constexpr int line_height = 32;
 constexpr int line_width = 400;
-constexpr int option_inset = 10; ///< of an option's mark from the left end of its line
-constexpr int text_left = 36;
 constexpr int button_gap = 8;
 
 QRect line_rect(int row)
@@ -32,32 +29,18 @@ Picture painted_lines(const QStringList& texts)
     return {.size = size, .draw = [texts](QPainter& painter, const QRectF& /*place*/) {
                 painter.setPen(QPen(palette::line, 1));
                 painter.setBrush(palette::paper);
-                painter.drawRoundedRect(QRectF(margin - 8, margin - 8, line_width + 16,
-                                               static_cast<double>(texts.size()) * line_height + 16),
-                                        palette::corner_radius, palette::corner_radius);
+                const QRectF paper(margin - 8, margin - 8, line_width + 16,
+                                   static_cast<double>(texts.size()) * line_height + 16);
+                painter.drawRoundedRect(paper.adjusted(0.5, 0.5, -0.5, -0.5), palette::corner_radius,
+                                        palette::corner_radius);
                 painter.setPen(palette::ink);
                 for (int row = 0; row < texts.size(); ++row)
-                    painter.drawText(line_rect(row).adjusted(text_left, 0, 0, 0), Qt::AlignVCenter, texts[row]);
+                    painter.drawText(line_rect(row).adjusted(LineButton<QRadioButton>::caption_left, 0, 0, 0),
+                                     Qt::AlignVCenter, texts[row]);
             }};
 }
 
 } // namespace
-
-void ChoiceOption::paintEvent(QPaintEvent* /*event*/)
-{
-    QPainter painter(this);
-    QStyleOptionButton option;
-    initStyleOption(&option);
-    if (hasFocus()) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(palette::accent, palette::stroke));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 3, -1, -3), palette::corner_radius, palette::corner_radius);
-    }
-    // The style's own mark of the focus goes round the missing caption only.
-    option.state.setFlag(QStyle::State_HasFocus, false);
-    option.rect.adjust(option_inset, 0, 0, 0);
-    style()->drawControl(QStyle::CE_RadioButton, &option, &painter, this);
-}
 
 ChoiceForm::ChoiceForm(const QString& name, const QString& title, const std::vector<Option>& options, i16 chosen,
                        QWidget* parent)
@@ -77,10 +60,9 @@ ChoiceForm::ChoiceForm(const QString& name, const QString& title, const std::vec
 
 void ChoiceForm::add_option(const Option& option, int row)
 {
-    auto* button = new ChoiceOption(this);
+    auto* button = new LineButton<QRadioButton>(this);
     button->setObjectName(option.name);
     button->setAccessibleName(option.text);
-    button->setMouseTracking(true); // the form takes the moves over its options as well
     button->setGeometry(line_rect(row));
     connect(button, &QRadioButton::toggled, this, [this, value = option.value](bool on) {
         if (on)

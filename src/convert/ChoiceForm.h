@@ -1,5 +1,6 @@
 #pragma once
 
+#include "convert/LineButton.h"
 #include "platform/controls/ButtonDialog.h"
 #include "platform/controls/Picture.h"
 #include "platform/numbers.h"
@@ -7,20 +8,6 @@
 #include <QRadioButton>
 
 #include <vector>
-
-/// One option of a choice form, without a caption of its own: it is chosen by a click on its whole line, whose text is
-/// painted into the form's picture.
-class ChoiceOption : public QRadioButton
-{
-    Q_OBJECT
-
-public:
-    using QRadioButton::QRadioButton;
-
-protected:
-    bool hitButton(const QPoint& point) const override { return rect().contains(point); }
-    void paintEvent(QPaintEvent* event) override;
-};
 
 /// A small form that sets one switch: options in front of a back picture that serves as their labels, OK and Cancel.
 class ChoiceForm : public ButtonDialog
@@ -52,6 +39,6 @@ private:
     void add_command_buttons();
 
     Picture back_picture_;
-    std::vector<ChoiceOption*> options_;
+    std::vector<QRadioButton*> options_;
     i16 chosen_ = 0;
 };

@@ -1,5 +1,6 @@
 #include "convert/FIF_Auto_Convert.h"
 
+#include "convert/LineButton.h"
 #include "convert/moved_file.h"
 #include "core/Mod_of_nation.h"
 #include "core/mod_of_grobal_var.h"
@@ -26,6 +27,7 @@ namespace {
 constexpr QSize title_size(220, 24);
 constexpr QSize field_size(64, 24);
 constexpr int text_width = 210;
+constexpr int label_margin = 8;
 
 } // namespace
 
@@ -49,7 +51,7 @@ void FIF_Auto_Convert::create_controls()
     Selected_ListView_->set_SmallIcons(surroundings_.small_icons);
     Selected_ListView_->set_Checkboxes(true);
     Selected_ListView_->set_ColumnHeaders(
-        {{u"Name"_s, 4600}, {u"FIF"_s, 5200}, {u"Location"_s, 2300}, {u"Size"_s, 900, Qt::AlignRight}});
+        {{u"Name"_s, 4600}, {u"FIF"_s, 5600}, {u"Location"_s, 2600}, {u"Size"_s, 1000, Qt::AlignRight}});
     artist_ = create_fixed(u"Artist"_s, Word::field_artist, u"Fix Artist"_s);
     genre_ = create_fixed(u"Genre"_s, Word::field_genre, u"Fix Genre"_s);
     freeview_ = add_button(u"freeview"_s, own_word(Word::button_preview), own_word(Word::button_preview));
@@ -64,7 +66,7 @@ FIF_Auto_Convert::Fixed FIF_Auto_Convert::create_fixed(const QString& names_end,
 {
     const Fixed fixed = {.picture = new PictureBox(label_face(own_word(field), field_size), this),
                          .text = new TextBox(this),
-                         .check = new QCheckBox(this),
+                         .check = new LineButton<QCheckBox>(this),
                          .label = new QLabel(caption, this)};
     fixed.picture->setObjectName(u"Picture_"_s + names_end.toLower());
     fixed.picture->setAccessibleName(own_word(field));
@@ -72,9 +74,9 @@ FIF_Auto_Convert::Fixed FIF_Auto_Convert::create_fixed(const QString& names_end,
     fixed.text->setAccessibleName(own_word(field));
     fixed.check->setObjectName(u"Check_"_s + names_end);
     fixed.check->setAccessibleName(caption);
-    fixed.check->setMouseTracking(true);
     fixed.label->setObjectName(u"Label_fix_"_s + names_end.toLower());
-    fixed.label->setMouseTracking(true);
+    fixed.label->setAttribute(Qt::WA_TransparentForMouseEvents); // a click on it is one on the check box below it
+    fixed.label->raise();
     return fixed;
 }
 
@@ -114,10 +116,12 @@ QLayout* FIF_Auto_Convert::fixed_values()
         const int row = lines->rowCount();
         lines->addWidget(fixed.picture, row, 0);
         lines->addWidget(fixed.text, row, 1);
-        lines->addWidget(fixed.check, row, 2);
+        lines->addWidget(fixed.check, row, 2, 1, 2);
         lines->addWidget(fixed.label, row, 3);
+        fixed.label->setContentsMargins(0, 0, label_margin, 0);
     }
     lines->setColumnMinimumWidth(1, text_width);
+    lines->setColumnMinimumWidth(2, LineButton<QCheckBox>::caption_left - lines->spacing());
     return lines;
 }
 
