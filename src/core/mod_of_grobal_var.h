@@ -23,9 +23,9 @@ struct DriveEntry
 /// A file chosen for the disc.
 struct FinalListEntry
 {
-    i16 in_use = 0;    ///< 1 used, 0 free; a freed slot keeps its other fields
-    i16 kind = 0;      ///< 0 neither, 1 a FIF name, 2 convertible from the tag
-    i16 convert = 0;   ///< 1 when the batch conversion is to rename it
+    i16 in_use = 0;  ///< 1 used, 0 free; a freed slot keeps its other fields
+    i16 kind = 0;    ///< 0 neither, 1 a FIF name, 2 convertible from the tag
+    i16 convert = 0; ///< 1 when the batch conversion is to rename it
     QString name;
     QString folder;    ///< with trailing backslash
     QString full_path; ///< folder and name
@@ -35,7 +35,8 @@ struct FinalListEntry
 };
 
 /// Where the user acted last in the main window.
-enum FocusPane : i16 {
+enum FocusPane : i16
+{
     pane_none = 0,
     pane_tree = 1,
     pane_list = 2,
@@ -72,7 +73,7 @@ struct Shared
     QString playing_mp3_path;
     i16 is_muted = 0;
 
-    i16 list_drag_active = 0; ///< 1 if the last mouse press hit a row
+    i16 list_drag_active = 0;     ///< 1 if the last mouse press hit a row
     i16 last_open_node_index = 0; ///< tree node that shows the open folder, -1 for none
     std::array<i16, 3> main_sort_toggles{};
     std::array<i16, 2> fif_sort_toggles{};
@@ -98,8 +99,8 @@ struct Shared
     i16 min_form_width = 0; ///< size of the main form at start, in twips
     i16 min_form_height = 0;
 
-    std::shared_ptr<cIDV3> id3_object;    ///< made by id3() at its first use
-    i16 file_number_1_open = 0;           ///< 1 once a short file has left file number 1 open
+    std::shared_ptr<cIDV3> id3_object;     ///< made by id3() at its first use
+    i16 file_number_1_open = 0;            ///< 1 once a short file has left file number 1 open
     DetailFields* detail_fields = nullptr; ///< the main window's six fields; nullptr while there is no window
 };
 

@@ -8,7 +8,8 @@
 class RunTimeError : public std::exception
 {
 public:
-    enum Number {
+    enum Number
+    {
         overflow = 6,
         subscript_out_of_range = 9,
         division_by_zero = 11,
@@ -32,8 +33,7 @@ private:
 
 /// Runs `statement` with errors ignored: a RunTimeError ends the statement and goes no further.
 /// Gives whether it ran through.
-template<typename Statement>
-bool errors_ignored(Statement&& statement)
+template<typename Statement> bool errors_ignored(Statement&& statement)
 {
     try {
         statement();

@@ -4,8 +4,8 @@
 #include <QString>
 #include <QTemporaryDir>
 
-/// A home of the test's own: made before the application object, so that settings, home, music folder and trash all lie in
-/// a temporary folder that goes with it.
+/// A home of the test's own: made before the application object, so that settings, home, music folder and trash all lie
+/// in a temporary folder that goes with it.
 class TestHome
 {
 public:
@@ -18,8 +18,8 @@ private:
     QTemporaryDir folder_;
 };
 
-/// A temporary folder on disk that the program sees as the drive C: (and, by add_drive, further letters on subfolders of
-/// it). Each object starts a fresh run: the shared state is cleared.
+/// A temporary folder on disk that the program sees as the drive C: (and, by add_drive, further letters on subfolders
+/// of it). Each object starts a fresh run: the shared state is cleared.
 class TestDisk
 {
 public:

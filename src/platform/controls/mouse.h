@@ -22,13 +22,13 @@ constexpr i16 mouse_button_number(Qt::MouseButton button)
 /// The buttons held, the numbers of mouse_button_number added up.
 inline i16 mouse_buttons_number(Qt::MouseButtons buttons)
 {
-    return static_cast<i16>((buttons.testFlag(Qt::LeftButton) ? 1 : 0) + (buttons.testFlag(Qt::RightButton) ? 2 : 0)
-                            + (buttons.testFlag(Qt::MiddleButton) ? 4 : 0));
+    return static_cast<i16>((buttons.testFlag(Qt::LeftButton) ? 1 : 0) + (buttons.testFlag(Qt::RightButton) ? 2 : 0) +
+                            (buttons.testFlag(Qt::MiddleButton) ? 4 : 0));
 }
 
 /// The keys held with a mouse event: 1 Shift, 2 Control, 4 Alt, added up.
 inline i16 shift_number(Qt::KeyboardModifiers keys)
 {
-    return static_cast<i16>((keys.testFlag(Qt::ShiftModifier) ? 1 : 0) + (keys.testFlag(Qt::ControlModifier) ? 2 : 0)
-                            + (keys.testFlag(Qt::AltModifier) ? 4 : 0));
+    return static_cast<i16>((keys.testFlag(Qt::ShiftModifier) ? 1 : 0) + (keys.testFlag(Qt::ControlModifier) ? 2 : 0) +
+                            (keys.testFlag(Qt::AltModifier) ? 4 : 0));
 }
