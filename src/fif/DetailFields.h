@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mp3/GenreBox.h"
+#include "platform/GenreBox.h"
 
 #include <QString>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "mp3/GenreBox.h"
 #include "mp3/TagField.h"
 #include "mp3/mpeg_header.h"
+#include "platform/GenreBox.h"
 #include "platform/numbers.h"
 
 #include <QString>
