@@ -25,7 +25,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize title_size(220, 24);
-constexpr QSize field_size(64, 24);
+constexpr QSize field_size(64, 28);
+constexpr int text_margin = 2;
 constexpr int text_width = 210;
 constexpr int label_margin = 8;
 
@@ -72,6 +73,8 @@ FIF_Auto_Convert::Fixed FIF_Auto_Convert::create_fixed(const QString& names_end,
     fixed.picture->setAccessibleName(own_word(field));
     fixed.text->setObjectName(u"txt"_s + names_end);
     fixed.text->setAccessibleName(own_word(field));
+    fixed.text->setFixedHeight(field_size.height());
+    fixed.text->setTextMargins(text_margin, 0, text_margin, 0);
     fixed.check->setObjectName(u"Check_"_s + names_end);
     fixed.check->setAccessibleName(caption);
     fixed.label->setObjectName(u"Label_fix_"_s + names_end.toLower());
