@@ -153,6 +153,7 @@ private Q_SLOTS:
     void right_press_on_a_check_box_is_a_press_on_the_row();
     void handler_of_ItemCheck_sees_the_new_tick_and_may_take_it_back();
     void double_click_is_told_anywhere();
+    void second_press_of_a_double_click_begun_elsewhere_is_a_press();
     void moves_are_told_over_rows_and_header();
     void HitTest_finds_rows_and_nothing_beside_them();
 
@@ -494,6 +495,24 @@ void TestListView::double_click_is_told_anywhere()
     QCOMPARE(form.take().count(u"DblClick"_s), 1);
     QTest::mouseDClick(form.viewport(), Qt::RightButton, {}, form.on_row(2));
     QCOMPARE(form.take().count(u"DblClick"_s), 0);
+}
+
+void TestListView::second_press_of_a_double_click_begun_elsewhere_is_a_press()
+{
+    Form form;
+    form.fill(3);
+    const auto second_press = [&form](QPoint point) {
+        QTest::mouseDClick(form.viewport(), Qt::LeftButton, {}, point);
+        QTest::mouseRelease(form.viewport(), Qt::LeftButton, {}, point);
+        return form.take();
+    };
+    QCOMPARE(second_press(form.on_row(2)), (QStringList{u"MouseDown 1"_s, u"ItemClick 2"_s, u"MouseUp 1"_s}));
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(form.viewport(), &leave);
+    QCOMPARE(second_press(form.on_check(3)), (QStringList{u"MouseDown 1"_s, u"ItemCheck 3"_s, u"MouseUp 1"_s}));
+    form.list.Clear();
+    QApplication::sendEvent(form.viewport(), &leave);
+    QCOMPARE(second_press(QPoint(50, 50)), (QStringList{u"MouseDown 1"_s, u"MouseUp 1"_s}));
 }
 
 void TestListView::moves_are_told_over_rows_and_header()

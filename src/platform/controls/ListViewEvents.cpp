@@ -57,6 +57,7 @@ void ListViewEvents::press(const QMouseEvent& event, const PassOn& pass_on)
 {
     const QPoint point = in_list(event);
     const bool is_check = takes_check_press(event);
+    has_press_ = true;
     Q_EMIT list_.MouseDown(mouse_button_number(event.button()), point);
     if (is_check)
         return;

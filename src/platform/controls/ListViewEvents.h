@@ -4,6 +4,7 @@
 
 #include <QFocusEvent>
 #include <QListView>
+#include <QMouseEvent>
 #include <QStyledItemDelegate>
 
 #include <functional>
@@ -13,7 +14,6 @@ class ListModel;
 class ListSelection;
 class QContextMenuEvent;
 class QKeyEvent;
-class QMouseEvent;
 
 /// Qt's painting of rows, which also tells where a row's check box is.
 class RowDelegate : public QStyledItemDelegate
@@ -46,6 +46,10 @@ public:
     void move(const QMouseEvent& event, const PassOn& pass_on);
     void release(const QMouseEvent& event, const PassOn& pass_on);
     void double_click(const QMouseEvent& event, const PassOn& pass_on);
+    void leave() { has_press_ = false; }
+    /// Whether the mouse has been pressed here since it came. If not, the first press of a double click was elsewhere,
+    /// say on the button that opened the form, and the second one is all that the list sees of it.
+    bool has_press() const { return has_press_; }
     void key(const QKeyEvent& event, const PassOn& pass_on);
     void context_menu(const QContextMenuEvent& event);
     void focus_in(Qt::FocusReason reason);
@@ -62,6 +66,7 @@ private:
     ListModel& model_;
     ListSelection& selection_;
     int pressed_check_ = 0; ///< row of the check box that is held down, 0 for none
+    bool has_press_ = false;
 };
 
 /// One of Qt's views of rows, with its events handed to the list.
@@ -92,6 +97,8 @@ protected:
     bool viewportEvent(QEvent* event) override
     {
         events_.prepare();
+        if (event->type() == QEvent::Leave)
+            events_.leave();
         return View::viewportEvent(event);
     }
     void mousePressEvent(QMouseEvent* event) override
@@ -108,7 +115,13 @@ protected:
     }
     void mouseDoubleClickEvent(QMouseEvent* event) override
     {
-        events_.double_click(*event, [this, event] { View::mouseDoubleClickEvent(event); });
+        if (events_.has_press()) {
+            events_.double_click(*event, [this, event] { View::mouseDoubleClickEvent(event); });
+            return;
+        }
+        QMouseEvent press(QEvent::MouseButtonPress, event->position(), event->scenePosition(), event->globalPosition(),
+                          event->button(), event->buttons(), event->modifiers(), event->pointingDevice());
+        mousePressEvent(&press);
     }
     void keyPressEvent(QKeyEvent* event) override
     {
