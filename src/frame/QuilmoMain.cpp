@@ -145,10 +145,11 @@ void QuilmoMain::restore_volume()
     controls_.volume_button.set_Left(rounded<i32>(room / 100.0 * shared.vol_type));
 }
 
-// A dialog that was never opened has nothing to unload.
+// A dialog that is open ends where it was opened, once its handlers have returned.
 void QuilmoMain::Unload()
 {
-    final_list_dialog_.reset();
+    for (QDialog* dialog : findChildren<QDialog*>())
+        dialog->close();
     player_.Stop();
     write_settings();
 }

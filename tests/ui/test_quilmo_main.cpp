@@ -83,6 +83,7 @@ private Q_SLOTS:
     void buttons_and_entries_pick();
     void buttons_and_entries_pick_data();
     void final_list_dialog_opens_and_goes();
+    void closing_ends_the_open_dialogs();
 
     void focus_is_noted();
     void focus_is_noted_data();
@@ -664,6 +665,27 @@ void TestQuilmoMain::final_list_dialog_opens_and_goes()
     QVERIFY(window_->findChild<FIF_convert*>(u"FIF_convert"_s) == nullptr);
     // The dialog drops what has vanished; the main window's total follows.
     QCOMPARE(control<StatusBar>(u"StatusBar1"_s).panel_text(3), u"2 files/0MB"_s);
+}
+
+void TestQuilmoMain::closing_ends_the_open_dialogs()
+{
+    show_music_folder();
+    entry(u"menu_Tool_Select_all"_s).trigger();
+    int open_dialogs = 0;
+    QTimer::singleShot(0, this, [&] {
+        auto* final_list = window_->findChild<FIF_convert*>(u"FIF_convert"_s);
+        QVERIFY(final_list != nullptr);
+        QTimer::singleShot(0, this, [&] {
+            open_dialogs = static_cast<int>(window_->findChildren<QDialog*>().size());
+            window_->close();
+        });
+        Q_EMIT final_list->edit_wanted();
+    });
+    QTest::mouseClick(&control<UsrButton>(u"Change_all"_s), Qt::LeftButton);
+    QCOMPARE(open_dialogs, 2);
+    QVERIFY(window_->findChildren<QDialog*>().isEmpty());
+    QVERIFY(!window_->isVisible());
+    QCOMPARE(stored(u"fif_type"_s), u"1"_s);
 }
 
 void TestQuilmoMain::focus_is_noted_data()
