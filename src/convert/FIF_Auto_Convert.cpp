@@ -222,9 +222,9 @@ void FIF_Auto_Convert::autoconvert_Click()
 void FIF_Auto_Convert::convert_row(int index)
 {
     const QString name = Selected_ListView_->Item(index).Text;
-    const QString new_name = shared.current_folder + name == shared.playing_mp3_path
-                                 ? convert_file_in_player(name)
-                                 : rename_to_freeview(shared.current_folder, name, 1);
+    QString new_name = shared.current_folder + name == shared.playing_mp3_path
+                           ? convert_file_in_player(name)
+                           : rename_to_freeview(shared.current_folder, name, 1);
     if (new_name.isEmpty())
         return;
     Selected_ListView_->set_Text(index, new_name);
@@ -236,7 +236,7 @@ QString FIF_Auto_Convert::convert_file_in_player(const QString& name)
 {
     const bool was_playing = shared.is_playing == 1;
     transport_.release();
-    const QString new_name = rename_to_freeview(shared.current_folder, name, 1);
+    QString new_name = rename_to_freeview(shared.current_folder, name, 1);
     const QString name_now = new_name.isEmpty() ? name : new_name;
     shared.selected_mp3_path = shared.current_folder + name_now;
     transport_.mp3_play(name_now);
@@ -263,8 +263,7 @@ QString FIF_Auto_Convert::rename_to_freeview(const QString& /*folder*/, const QS
 QString FIF_Auto_Convert::auto_convert(const QString& old_name, const QString& artist, const QString& title,
                                        const QString& genre, i16 do_rename)
 {
-    const QString new_name =
-        Compose_fif_name(artist, title, genre, [&] { show_name_message(msg_name_too_long, old_name); });
+    QString new_name = Compose_fif_name(artist, title, genre, [&] { show_name_message(msg_name_too_long, old_name); });
     if (do_rename != 1 || new_name.isEmpty())
         return new_name;
     const QString new_path = shared.current_folder + new_name;
