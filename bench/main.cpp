@@ -116,7 +116,7 @@ void change_fif_floor(benchmark::State& state)
 {
     for ([[maybe_unused]] auto round : state) {
         state.PauseTiming();
-        const auto disk = std::make_unique<BenchDisk>(listed_files);
+        auto disk = std::make_unique<BenchDisk>(listed_files);
         state.ResumeTiming();
         for (const QByteArray& path : disk->native_paths()) {
             read_start_and_tag(path);
@@ -124,6 +124,9 @@ void change_fif_floor(benchmark::State& state)
         }
         for (const QByteArray& path : disk->native_paths())
             look_for(path + ".new");
+        state.PauseTiming();
+        disk.reset();
+        state.ResumeTiming();
     }
 }
 
@@ -132,7 +135,7 @@ void change_fif_work(benchmark::State& state)
     SilentPlayer player;
     for ([[maybe_unused]] auto round : state) {
         state.PauseTiming();
-        const auto disk = std::make_unique<BenchDisk>(listed_files);
+        auto disk = std::make_unique<BenchDisk>(listed_files);
         disk->list_all();
         auto dialog = std::make_unique<FIF_convert>(
             player, FIF_convert::Surroundings{.refresh_all = [] {}, .small_icons = {}}, nullptr);
@@ -143,6 +146,7 @@ void change_fif_work(benchmark::State& state)
         if (std::ranges::count(final_list_slots(), 1, &FinalListEntry::kind) != listed_files)
             state.SkipWithError("a file was not renamed");
         dialog.reset();
+        disk.reset();
         state.ResumeTiming();
     }
 }

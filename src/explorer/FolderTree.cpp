@@ -8,6 +8,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -170,7 +171,8 @@ void FolderTree::remove_vanished_folders(const TreeNode* node, const QStringList
         if (!on_disk.contains(child->Text()))
             vanished.push_back(child.get());
     }
-    for (const TreeNode* child : vanished)
+    // From the last, so that the nodes behind need not move up each time.
+    for (const TreeNode* child : std::views::reverse(vanished))
         remove_tree_node(tree_.Index(child));
 }
 

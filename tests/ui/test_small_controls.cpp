@@ -87,6 +87,7 @@ private Q_SLOTS:
         same("255 characters", QString(u'x').repeated(255));
         QTest::newRow("cut at a NUL") << u"a\0b"_s << u"a"_s;
         QTest::newRow("a NUL first") << u"\0b"_s << QString();
+        QTest::newRow("no longer than a 16-bit count of bytes") << QString(20000, u'가') << QString(16383, u'가');
     }
 
     void text_box_gives_back_what_was_set()

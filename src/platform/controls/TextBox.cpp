@@ -2,9 +2,17 @@
 
 #include "platform/text.h"
 
+namespace {
+
+/// No text of so many characters takes more bytes than a 16-bit count holds.
+constexpr int longest_text = 16383;
+
+} // namespace
+
 TextBox::TextBox(QWidget* parent) : QLineEdit(parent)
 {
     setMouseTracking(true);
+    setMaxLength(longest_text);
     connect(this, &QLineEdit::textChanged, this, &TextBox::take_change);
 }
 

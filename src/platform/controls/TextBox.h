@@ -2,7 +2,8 @@
 
 #include <QLineEdit>
 
-/// A one-line text box. It keeps only what stands before a NUL, and tells of every change, also one made from code.
+/// A one-line text box. It keeps only what stands before a NUL, and no more than 16,383 characters, and tells of every
+/// change, also one made from code.
 class TextBox : public QLineEdit
 {
     Q_OBJECT
