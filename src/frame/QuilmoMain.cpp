@@ -97,7 +97,6 @@ void QuilmoMain::Load()
 {
     freeze_on_small_screen(*this, screen()->size());
     shared.language_id = QUILMO_LANGUAGE;
-    apply_language_main();
     keep_minimum_size();
     player_.Stop();
     tree_.init_main_tree();
@@ -118,11 +117,6 @@ void QuilmoMain::Load()
     read_settings();
     restore_volume();
     show_genre_controls(*controls_.cboGenre, *controls_.txtGenre, shared.genre_type, shared.fif_type);
-}
-
-void QuilmoMain::apply_language_main()
-{
-    // The window is designed in English, so nothing differs there.
 }
 
 void QuilmoMain::keep_minimum_size()

@@ -33,7 +33,6 @@ protected:
 private:
     void build_window();
     void Load();
-    void apply_language_main();
     void keep_minimum_size();
     void prepare_title_scroller();
     void restore_volume();

@@ -491,7 +491,8 @@ void TestQuilmoMain::commands_that_work_data()
     QTest::addColumn<bool>("works");
     for (const char* name :
          {"menu_File_Exit", "menu_Tool_Select_all", "menu_Tool_clear_all", "menu_Tool_display_final_list",
-          "menu_View_details", "menu_View_list", "menu_View_refresh", "mnu_ListView_select_all", "Refresh"})
+          "menu_View_details", "menu_View_list", "menu_View_refresh", "mnu_ListView_select_all", "Refresh",
+          "mnu_ListView_auto", "menu_Tool_Select_FIF_Format", "menu_Tool_Set_Genre_Type"})
         QTest::newRow(name) << true;
     for (const char* name : {"mnu_tree_add_folder",
                              "mnu_tree_copy",
