@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QPointer>
+#include <QSignalSpy>
 #include <QTest>
 #include <QWindow>
 
@@ -394,6 +395,30 @@ private Q_SLOTS:
         QCOMPARE(host.button->grab().toImage(), without);
         QCOMPARE(told, (QStringList{u"GotFocus"_s, u"LostFocus"_s}));
         QCOMPARE(host.log, QStringList());
+    }
+
+    void a_window_that_borrows_the_focus_is_not_told_data()
+    {
+        QTest::addColumn<int>("reason");
+        QTest::newRow("another window") << int(Qt::ActiveWindowFocusReason);
+        QTest::newRow("a pop-up menu") << int(Qt::PopupFocusReason);
+        QTest::newRow("the menu bar") << int(Qt::MenuBarFocusReason);
+    }
+
+    void a_window_that_borrows_the_focus_is_not_told()
+    {
+        QFETCH(const int, reason);
+        Host host;
+        QSignalSpy got(host.button, &UsrButton::GotFocus);
+        QSignalSpy lost(host.button, &UsrButton::LostFocus);
+        connect(host.button, &UsrButton::LostFocus, host.button, &UsrButton::DelMoveImg);
+        host.button->SetMoveImg();
+        QFocusEvent out(QEvent::FocusOut, static_cast<Qt::FocusReason>(reason));
+        QApplication::sendEvent(host.button, &out);
+        QCOMPARE(host.button->shown(), UsrButton::Shown::move);
+        QFocusEvent in(QEvent::FocusIn, static_cast<Qt::FocusReason>(reason));
+        QApplication::sendEvent(host.button, &in);
+        QCOMPARE(got.count() + lost.count(), 0);
     }
 
     void assistive_programs_know_and_press_it()

@@ -1,5 +1,6 @@
 #include "platform/controls/UsrButton.h"
 
+#include "platform/controls/focus.h"
 #include "platform/controls/mouse.h"
 #include "platform/controls/palette.h"
 #include "platform/twips.h"
@@ -163,13 +164,15 @@ void UsrButton::keyPressEvent(QKeyEvent* event)
 void UsrButton::focusInEvent(QFocusEvent* event)
 {
     QAbstractButton::focusInEvent(event);
-    Q_EMIT GotFocus();
+    if (!is_returning_focus(event->reason()))
+        Q_EMIT GotFocus();
 }
 
 void UsrButton::focusOutEvent(QFocusEvent* event)
 {
     QAbstractButton::focusOutEvent(event);
-    Q_EMIT LostFocus();
+    if (!is_returning_focus(event->reason()))
+        Q_EMIT LostFocus();
 }
 
 void UsrButton::showEvent(QShowEvent* event)

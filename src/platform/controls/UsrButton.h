@@ -49,6 +49,8 @@ Q_SIGNALS:
     void MouseDown(i16 button, i16 shift, float x, float y);
     void MouseMove(i16 button, i16 shift, float x, float y);
     void MouseUp(i16 button, i16 shift, float x, float y);
+    /// The focus came from or went to another control. A window or menu that opens, such as a message box of the Click
+    /// handler, only borrows it, and the picture stays as it is.
     void GotFocus();
     void LostFocus();
 
