@@ -2,6 +2,7 @@
 #include "frame/look.h"
 #include "platform/MsgBox.h"
 #include "platform/controls/ComboBox.h"
+#include "platform/controls/LongWork.h"
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/TextBox.h"
 #include "platform/controls/Toolbar.h"
@@ -388,6 +389,17 @@ private Q_SLOTS:
         });
         MsgBox(text, message_box_information, u"A title"_s);
         QVERIFY(seen);
+    }
+
+    void message_box_has_the_arrow_in_the_middle_of_long_work()
+    {
+        install_message_window(u"Vurlo Utility"_s);
+        const LongWork work;
+        Qt::CursorShape in_box = Qt::WaitCursor;
+        answer_next_box([&](const QMessageBox& /*box*/) { in_box = QApplication::overrideCursor()->shape(); });
+        MsgBox(u"a.mp3 already exists"_s, message_box_information, u"A title"_s);
+        QCOMPARE(in_box, Qt::ArrowCursor);
+        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
     }
 
     void message_box_breaks_a_long_name()

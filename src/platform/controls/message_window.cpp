@@ -48,7 +48,10 @@ void show_box(const QString& text, int /*style*/, const QString& title)
 {
     QMessageBox box(QMessageBox::Information, title, breakable(text), QMessageBox::Ok, QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
+    // Long work shows the wait cursor on every window, but this one waits for the person.
+    QApplication::setOverrideCursor(Qt::ArrowCursor);
     box.exec();
+    QApplication::restoreOverrideCursor();
 }
 
 [[noreturn]] void show_and_end(const RunTimeError& error)
