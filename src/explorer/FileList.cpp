@@ -4,6 +4,7 @@
 #include "core/mod_of_grobal_var.h"
 #include "fif/DetailFields.h"
 #include "fif/mod_of_FIF.h"
+#include "platform/controls/column_sort.h"
 #include "platform/controls/message_window.h"
 #include "platform/controls/mouse.h"
 #include "platform/text.h"
@@ -126,11 +127,7 @@ void FileList::ItemClick(int index)
 
 void FileList::ColumnClick(int column)
 {
-    if (column < 0 || column >= static_cast<int>(shared.main_sort_toggles.size()))
-        return;
-    i16& toggle = shared.main_sort_toggles.at(static_cast<std::size_t>(column));
-    toggle = toggle == 0 ? 1 : 0;
-    list_.sort(column, toggle == 1 ? ListView::Order::descending : ListView::Order::ascending);
+    sort_by_toggle(list_, column, {0, 1, 2}, shared.main_sort_toggles);
 }
 
 void FileList::show_folder_totals(int count, int megabytes)
