@@ -10,6 +10,7 @@
 #include "selection/final_list.h"
 
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -138,7 +139,10 @@ void FIF_convert::connect_list(const Group& group, std::span<i16> toggles, const
             guarded([list](int index) { shared.edit_file_name = list->Item(index).Text; }));
     connect(list, &ListView::MouseDown, this,
             guarded([list](i16, QPoint point) { shared.list_drag_active = list->HitTest(point) != 0 ? 1 : 0; }));
-    connect(list, &ListView::DblClick, this, guarded([this, list] { edit_selected(*list); }));
+    connect(list, &ListView::DblClick, this, guarded([this, list] {
+                if (shared.list_drag_active == 1)
+                    edit_selected(*list);
+            }));
     connect(list, &ListView::ColumnClick, this, guarded([list, toggles, sortable_columns](int column) {
                 sort_by_toggle(*list, column, sortable_columns, toggles);
             }));
@@ -167,7 +171,7 @@ void FIF_convert::Change_FIF_Click()
 
 void FIF_convert::edit_selected(const ListView& list)
 {
-    if (shared.list_drag_active != 1)
+    if (list.SelectedItem() == 0)
         return;
     shared.edit_file_name = list.Item(list.SelectedItem()).Text;
     Q_EMIT edit_wanted();
@@ -220,4 +224,16 @@ void FIF_convert::display_selected_file_info()
 void FIF_convert::show_final_total_in_dialog()
 {
     status_bar_->set_panel_text(2, final_total_text());
+}
+
+void FIF_convert::keyPressEvent(QKeyEvent* event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    for (const Group* group : {&fif_, &possible_, &impossible_}) {
+        if (enter && group->list->isAncestorOf(focusWidget())) {
+            guarded([&] { edit_selected(*group->list); })();
+            return;
+        }
+    }
+    ButtonDialog::keyPressEvent(event);
 }

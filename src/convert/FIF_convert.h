@@ -43,6 +43,10 @@ Q_SIGNALS:
     /// The files of the final list are to be copied into a folder.
     void copy_wanted();
 
+protected:
+    /// Enter on a row edits it by hand, as a double click does.
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     /// One of the three lists with its caption, and the counters of its last fill.
     struct Group

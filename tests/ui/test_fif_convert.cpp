@@ -58,6 +58,7 @@ private Q_SLOTS:
     void a_too_long_artist_is_told_at_each_rebuild();
     void a_double_click_asks_for_the_edit_data();
     void a_double_click_asks_for_the_edit();
+    void enter_on_a_row_asks_for_the_edit();
     void columns_sort_by_their_toggles_data();
     void columns_sort_by_their_toggles();
     void loading_clears_all_toggles_but_one();
@@ -251,6 +252,27 @@ void TestFifConvert::a_double_click_asks_for_the_edit()
     QCOMPARE(edits.count(), on_row ? 1 : 0);
     QCOMPARE(shared.edit_file_name, on_row ? rows.Item(1).Text : QString());
     QCOMPARE(shared.list_drag_active, i16(on_row ? 1 : 0));
+}
+
+void TestFifConvert::enter_on_a_row_asks_for_the_edit()
+{
+    list(u"a.mp3"_s, tagged("Ann", "Sea"));
+    list(u"b.mp3"_s, tagged("Bob", "Sky"));
+    open();
+    QSignalSpy edits(dialog_.get(), &FIF_convert::edit_wanted);
+    QAbstractItemView* rows = group("Possible_ListView").view();
+    rows->setFocus();
+    QTest::keyClick(rows, Qt::Key_Down);
+    QTest::keyClick(rows, Qt::Key_Return);
+    QCOMPARE(edits.count(), 1);
+    QCOMPARE(shared.edit_file_name, u"b.mp3"_s);
+    QVERIFY(dialog_->isVisible());
+
+    QAbstractItemView* nothing = group("FIF_ListView").view();
+    nothing->setFocus();
+    QTest::keyClick(nothing, Qt::Key_Return);
+    QCOMPARE(edits.count(), 1);
+    QVERIFY(dialog_->isVisible());
 }
 
 void TestFifConvert::columns_sort_by_their_toggles_data()

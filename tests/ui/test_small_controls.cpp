@@ -226,13 +226,39 @@ private Q_SLOTS:
     void combo_box_tells_focus()
     {
         QWidget window;
+        const TextBox first(&window); // takes the focus that comes with the window
         ComboBox box(&window);
         const QSignalSpy focus(&box, &ComboBox::GotFocus);
         window.show();
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));
         box.setFocus();
-        QTRY_VERIFY(!focus.isEmpty());
+        QTRY_COMPARE(focus.size(), 1);
+    }
+
+    void boxes_do_not_tell_a_focus_that_only_comes_back_data()
+    {
+        QTest::addColumn<Qt::FocusReason>("reason");
+        QTest::addColumn<int>("told");
+        QTest::newRow("by the tab key") << Qt::TabFocusReason << 1;
+        QTest::newRow("by the mouse") << Qt::MouseFocusReason << 1;
+        QTest::newRow("from another window") << Qt::ActiveWindowFocusReason << 0;
+        QTest::newRow("from a pop-up") << Qt::PopupFocusReason << 0;
+        QTest::newRow("from the menu bar") << Qt::MenuBarFocusReason << 0;
+    }
+
+    void boxes_do_not_tell_a_focus_that_only_comes_back()
+    {
+        QFETCH(const Qt::FocusReason, reason);
+        TextBox text;
+        ComboBox list;
+        const QSignalSpy text_told(&text, &TextBox::GotFocus);
+        const QSignalSpy list_told(&list, &ComboBox::GotFocus);
+        QFocusEvent focus(QEvent::FocusIn, reason);
+        QCoreApplication::sendEvent(&text, &focus);
+        QCoreApplication::sendEvent(&list, &focus);
+        QTEST(static_cast<int>(text_told.size()), "told");
+        QTEST(static_cast<int>(list_told.size()), "told");
     }
 
     // Status bar

@@ -1,6 +1,9 @@
 #include "platform/controls/ComboBox.h"
 
+#include "platform/controls/focus.h"
 #include "platform/text.h"
+
+#include <QFocusEvent>
 
 namespace {
 
@@ -54,5 +57,6 @@ QString ComboBox::Text() const
 void ComboBox::focusInEvent(QFocusEvent* event)
 {
     QComboBox::focusInEvent(event);
-    Q_EMIT GotFocus();
+    if (!is_returning_focus(event->reason()))
+        Q_EMIT GotFocus();
 }

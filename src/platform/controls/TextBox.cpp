@@ -1,6 +1,9 @@
 #include "platform/controls/TextBox.h"
 
+#include "platform/controls/focus.h"
 #include "platform/text.h"
+
+#include <QFocusEvent>
 
 namespace {
 
@@ -25,7 +28,8 @@ void TextBox::set_Text(const QString& text)
 void TextBox::focusInEvent(QFocusEvent* event)
 {
     QLineEdit::focusInEvent(event);
-    Q_EMIT GotFocus();
+    if (!is_returning_focus(event->reason()))
+        Q_EMIT GotFocus();
 }
 
 void TextBox::mouseMoveEvent(QMouseEvent* event)
