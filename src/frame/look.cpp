@@ -4,8 +4,10 @@
 #include "platform/controls/palette.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
+#include <QStyleOption>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
@@ -16,8 +18,8 @@ constexpr int font_pixels = 12; ///< the forms are laid out in logical pixels, s
 constexpr QSize icon_size(64, 64);
 constexpr QSize box_icon_size(32, 32);
 
-/// The toolkit's plain style with the program's own signs in message boxes, and with a quieter selection in the pane
-/// that the keys don't go to.
+/// The toolkit's plain style with the program's own signs in message boxes, with clear frames round check boxes, and
+/// with a quieter selection in the pane that the keys don't go to.
 class ProgramStyle : public QProxyStyle
 {
 public:
@@ -47,7 +49,25 @@ public:
         return QProxyStyle::styleHint(hint, option, widget, answer);
     }
 
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (element == PE_IndicatorCheckBox)
+            draw_check_frame(*painter, option->rect);
+    }
+
 private:
+    /// The toolkit's own frame of a check box is too faint on paper.
+    static void draw_check_frame(QPainter& painter, const QRect& place)
+    {
+        painter.save();
+        painter.setPen(QPen(palette::soft_ink, 1));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(place.adjusted(0, 0, -1, -1));
+        painter.restore();
+    }
+
     static QIcon box_icon(const QString& name)
     {
         return icon_of(svg_picture(u":/icons/box_%1.svg"_s.arg(name), box_icon_size));
