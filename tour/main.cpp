@@ -95,7 +95,7 @@ void pick_files(const Driver& driver, Album& album, QWidget& form)
         driver.click_node(u"C:\\Music\\"_s + folder);
         driver.click(u"cmd_select_all"_s);
     }
-    driver.click_row(list, 2);
+    driver.click_row(list, 4);
     driver.hover(u"Change_all"_s);
     album.take(form, u"files-of-all-folders"_s);
 }
