@@ -35,6 +35,7 @@ void SaveButton::cmdSave_Click()
 
 void SaveButton::save_selected_file()
 {
+    take_file_of_row();
     if (shared.selected_mp3_path != shared.playing_mp3_path) {
         convert_fif();
         return;
@@ -47,8 +48,18 @@ void SaveButton::save_selected_file()
         main_.transport.StopBtn_Click();
 }
 
+// A fill selects a row by its name alone, and the paths may still be those of a file in another folder, or of one that
+// bears another name by now. What a person saves is the file of the row.
+void SaveButton::take_file_of_row()
+{
+    shared.selected_mp3_name = main_.lvListView.Item(main_.lvListView.SelectedItem()).Text;
+    shared.selected_mp3_full = shared.current_folder + shared.selected_mp3_name;
+    shared.selected_mp3_path = shared.selected_mp3_full;
+}
+
 void SaveButton::convert_fif()
 {
+    const int row = main_.lvListView.SelectedItem(); // the player may select its next one while a message stands
     FifFields fields = typed_fields(main_.fields);
     const QString new_name =
         Compose_fif_name(fields.artist, fields.title, fields.genre, [] { show_message(msg_artist_too_long); });
@@ -64,7 +75,7 @@ void SaveButton::convert_fif()
         return;
     const bool moved = MoveFileA(shared.selected_mp3_full, new_path);
     tag_moved_file(moved, new_path, fields.artist, fields.title, fields.genre);
-    show_new_name(new_name, new_path);
+    show_new_name(row, new_name, new_path);
     shared.selected_mp3_path = shared.selected_mp3_full;
 }
 
@@ -95,12 +106,11 @@ bool SaveButton::final_list_takes(const QString& new_name) const
     return rename_in_final_list(shared.selected_mp3_name, shared.current_folder, new_name, shared.current_folder) != 0;
 }
 
-void SaveButton::show_new_name(const QString& new_name, const QString& new_path)
+void SaveButton::show_new_name(int row, const QString& new_name, const QString& new_path)
 {
     constexpr int fif_icon = 1;
     shared.selected_mp3_name = new_name;
     shared.selected_mp3_full = new_path;
-    const int row = main_.lvListView.SelectedItem();
     // A row that other programs left behind may bear this key already; the next fill drops it.
     errors_ignored([&] { main_.lvListView.set_Key(row, new_name); });
     main_.lvListView.set_Text(row, new_name);

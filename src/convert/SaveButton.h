@@ -38,8 +38,9 @@ public:
 
 private:
     void save_selected_file();
+    void take_file_of_row();
     bool final_list_takes(const QString& new_name) const;
-    void show_new_name(const QString& new_name, const QString& new_path);
+    void show_new_name(int row, const QString& new_name, const QString& new_path);
 
     Surroundings main_;
 };

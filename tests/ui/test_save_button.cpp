@@ -7,6 +7,7 @@
 #include "frame/DetailBoxes.h"
 #include "frame/MainControls.h"
 #include "mp3/cIDV3.h"
+#include "platform/MsgBox.h"
 #include "platform/drives.h"
 #include "sample_files.h"
 #include "selection/Picks.h"
@@ -129,6 +130,9 @@ private Q_SLOTS:
     void a_genre_in_the_other_control_fills_in();
     void a_genre_that_no_list_holds_keeps_the_byte();
     void a_file_without_a_tag_keeps_its_length();
+    void a_namesake_in_another_folder_stays();
+    void a_file_renamed_elsewhere_is_saved();
+    void a_row_selected_meanwhile_keeps_its_name();
     void a_file_that_went_away_is_told();
     void a_read_only_file_is_opened_up();
     void a_hidden_read_only_file_stays_closed();
@@ -531,6 +535,70 @@ void TestSaveButton::a_file_without_a_tag_keeps_its_length()
     QCOMPARE(after.size(), audio.size());
     QCOMPARE(after.chopped(128), audio.chopped(128));
     QCOMPARE(tag_in(after), (TagTexts{"Ann", "Sea", 12}));
+}
+
+void TestSaveButton::a_namesake_in_another_folder_stays()
+{
+    const QByteArray before = tagged("Old", "Older");
+    write(u"01.mp3"_s, before);
+    window_->disk.write(u"C:\\Music\\Live\\01.mp3"_s, tagged("New", "Newer"));
+    window_->open();
+    NotedTransport::load(folder + u"01.mp3"_s, true);
+    window_->driver.open_node(u"C:\\Music"_s);
+    window_->driver.click_node(u"C:\\Music\\Live"_s);
+    QCOMPARE(shared.selected_mp3_path, folder + u"01.mp3"_s); // the row has been selected by its name, not clicked
+
+    window_->save_as(u"Ann"_s, u"Sea"_s);
+
+    QCOMPARE(window_->messages.take(), QStringList());
+    QCOMPARE(window_->player.take(), QStringList()); // it holds the other file
+    QCOMPARE(read(u"01.mp3"_s), before);
+    QVERIFY(!window_->disk.exists(u"C:\\Music\\Live\\01.mp3"_s));
+    QCOMPARE(window_->rows().Count(), 1);
+    QCOMPARE(shared.selected_mp3_path, u"C:\\Music\\Live\\"_s + window_->rows().Item(1).Text);
+    QVERIFY(window_->disk.exists(shared.selected_mp3_path));
+}
+
+void TestSaveButton::a_file_renamed_elsewhere_is_saved()
+{
+    const QByteArray before = tagged("Old", "Older");
+    write(u"a.mp3"_s, before);
+    write(u"b.mp3"_s, tagged("Bob", "Sky"));
+    window_->open();
+    window_->click_row(u"a.mp3"_s);
+    // What the dialog for a listed file leaves behind: the name is the new one, the path that of the last click.
+    const QString renamed = u"[Bob][Sky][Rock].mp3"_s;
+    QVERIFY(MoveFileA(folder + u"b.mp3"_s, folder + renamed));
+    shared.selected_mp3_name = renamed;
+    window_->tree.refresh_all();
+
+    window_->save_as(u"Bob"_s, u"Sun"_s);
+
+    QCOMPARE(window_->messages.take(), QStringList());
+    QCOMPARE(read(u"a.mp3"_s), before);
+    QVERIFY(!exists(renamed));
+    QCOMPARE(window_->rows().Count(), 2);
+    QCOMPARE(tag(window_->rows().Item(window_->rows().SelectedItem()).Text).title, QByteArray("Sun"));
+}
+
+void TestSaveButton::a_row_selected_meanwhile_keeps_its_name()
+{
+    write(u"a.mp3"_s, tagged("Old", "Older"));
+    write(u"b.mp3"_s, tagged("Bob", "Sky"));
+    window_->open();
+    window_->click_row(u"a.mp3"_s);
+    const int saved_row = window_->row_of(u"a.mp3"_s);
+    const int other_row = window_->row_of(u"b.mp3"_s);
+    fs::remove(window_->disk.native(folder + u"a.mp3"_s).toStdString());
+    set_message_box([&](const QString& /*text*/, int /*style*/, const QString& /*title*/) {
+        window_->rows().clear_selection();
+        window_->list.ItemClick(other_row); // the player goes on to its next file
+    });
+    window_->save_as(u"Ann"_s, u"Sea"_s);
+    set_message_box({});
+    QCOMPARE(window_->rows().Item(saved_row).Text, u"[Ann][Sea][Rock].mp3"_s);
+    QCOMPARE(window_->rows().Item(other_row).Text, u"b.mp3"_s);
+    QCOMPARE(shared.selected_mp3_name, u"b.mp3"_s);
 }
 
 void TestSaveButton::a_file_that_went_away_is_told()
