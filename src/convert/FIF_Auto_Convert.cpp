@@ -29,6 +29,7 @@ constexpr QSize field_size(64, 28);
 constexpr int text_margin = 2;
 constexpr int text_width = 210;
 constexpr int label_margin = 8;
+constexpr int folder_column = 2;
 
 } // namespace
 
@@ -164,7 +165,7 @@ void FIF_Auto_Convert::Fill_selected_list()
         const int index = Selected_ListView_->Count();
         Selected_ListView_->set_SmallIcon(index, source.SmallIcon);
         Selected_ListView_->set_Checked(index, true);
-        Selected_ListView_->set_SubItem(index, 2, shared.current_folder);
+        Selected_ListView_->set_SubItem(index, folder_column, shared.current_folder);
         Selected_ListView_->set_SubItem(index, 3, source.column(1));
     }
     StatusBar1_->set_panel_text(2, u"%1files"_s.arg(Selected_ListView_->Count()));
@@ -186,16 +187,24 @@ bool FIF_Auto_Convert::fixed_values_are_there() const
     return true;
 }
 
+// When the folder of the rows goes away, the main window turns to another one. Files of the same names there were never
+// chosen.
+bool FIF_Auto_Convert::is_convertible(const ListRow& row)
+{
+    return row.column(folder_column) == shared.current_folder && Check_file_for_fif(row.Text) > 0;
+}
+
 void FIF_Auto_Convert::freeview_Click()
 {
     if (!fixed_values_are_there() || Selected_ListView_->Count() == 0)
         return;
     LongWork work;
     for (int row = 1; row <= Selected_ListView_->Count(); ++row) {
-        const QString name = Selected_ListView_->Item(row).Text;
-        const bool convertible = Check_file_for_fif(name) > 0;
-        Selected_ListView_->set_SubItem(
-            row, 1, convertible ? rename_to_freeview(shared.current_folder, name, 0) : u"Can't Auto Convert"_s);
+        const ListRow& item = Selected_ListView_->Item(row);
+        Selected_ListView_->set_SubItem(row, 1,
+                                        is_convertible(item)
+                                            ? rename_to_freeview(shared.current_folder, QString(item.Text), 0)
+                                            : u"Can't Auto Convert"_s);
         work.step();
     }
     previewed_ = 1;
@@ -212,7 +221,7 @@ void FIF_Auto_Convert::autoconvert_Click()
     LongWork work;
     for (int row = 1; row <= Selected_ListView_->Count(); ++row) {
         const ListRow& item = Selected_ListView_->Item(row);
-        if (item.Checked && Check_file_for_fif(item.Text) > 0)
+        if (item.Checked && is_convertible(item))
             convert_row(row);
         work.step();
     }

@@ -55,6 +55,8 @@ private:
 
     /// Copies the main list's selected rows.
     void Fill_selected_list();
+    /// Whether a row's file has a name or a tag to make a FIF name of.
+    static bool is_convertible(const ListRow& row);
     void freeview_Click();
     void autoconvert_Click();
     void convert_row(int index);

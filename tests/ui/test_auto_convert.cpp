@@ -72,6 +72,7 @@ private Q_SLOTS:
     void a_genre_that_no_list_holds_keeps_the_byte();
     void files_changed_meanwhile();
     void a_second_press_goes_by_the_new_names();
+    void files_of_another_folder_stay();
     void columns_sort_by_the_shared_toggles_data();
     void columns_sort_by_the_shared_toggles();
     void the_pointer_lights_one_button();
@@ -94,6 +95,8 @@ private:
     ListView& rows() const { return control<ListView>("Selected_ListView"); }
     int row_of(const QString& key) const;
     const ListRow& row(const QString& key) const { return rows().Item(row_of(key)); }
+    void click_check_box(const QString& key) const;
+    void tick(const QString& key) const;
     void untick(const QString& key) const;
     void press(const char* name) const { QTest::mouseClick(&control<UsrButton>(name), Qt::LeftButton); }
     void preview() const { press("freeview"); }
@@ -165,11 +168,22 @@ int TestAutoConvert::row_of(const QString& key) const
     return 0;
 }
 
-void TestAutoConvert::untick(const QString& key) const
+void TestAutoConvert::click_check_box(const QString& key) const
 {
     QWidget* viewport = rows().view()->viewport();
     QTest::mouseClick(viewport, Qt::LeftButton, {},
                       viewport->mapFrom(&rows(), rows().check_rect(row_of(key)).center()));
+}
+
+void TestAutoConvert::tick(const QString& key) const
+{
+    click_check_box(key);
+    QVERIFY(row(key).Checked);
+}
+
+void TestAutoConvert::untick(const QString& key) const
+{
+    click_check_box(key);
     QVERIFY(!row(key).Checked);
 }
 
@@ -673,6 +687,32 @@ void TestAutoConvert::a_second_press_goes_by_the_new_names()
     QCOMPARE(tag(u"Ann-Sea.mp3"_s), (TagTexts{"Ann", "Sea", 17}));
     QCOMPARE(row(u"a.mp3"_s).Text, u"Ann-Sea.mp3"_s);
     QVERIFY(!exists(u"[Ann][Sea][Rock].mp3"_s));
+}
+
+void TestAutoConvert::files_of_another_folder_stay()
+{
+    const QByteArray before = tagged("Ann", "Sea");
+    const QString live = u"C:\\Music\\Live\\"_s;
+    write(u"01.mp3"_s, before);
+    panes_->disk.write(live + u"01.mp3"_s, tagged("Bob", "Sky"));
+    panes_->click_folder(u"C:"_s);
+    panes_->click_folder(u"C:\\Music"_s);
+    panes_->click_folder(u"C:\\Music\\Live"_s);
+    open();
+    preview();
+    untick(u"01.mp3"_s);
+    fs::remove_all(panes_->disk.native(live).toStdString());
+    convert(); // nothing is ticked, but the main window looks at the disk again
+    QCOMPARE(shared.current_folder, folder);
+    panes_->messages.take();
+    tick(u"01.mp3"_s);
+
+    preview();
+    convert();
+
+    QCOMPARE(row(u"01.mp3"_s).column(1), cannot);
+    QCOMPARE(read(u"01.mp3"_s), before);
+    QCOMPARE(panes_->names(), QStringList{u"01.mp3"_s});
 }
 
 void TestAutoConvert::columns_sort_by_the_shared_toggles_data()
