@@ -54,8 +54,11 @@ ChoiceForm::ChoiceForm(const QString& name, const QString& title, const std::vec
     back_picture_ = painted_lines(texts);
     add_command_buttons();
     const auto set = std::ranges::find(options, chosen, &Option::value);
-    if (set != options.end())
-        options_[static_cast<std::size_t>(set - options.begin())]->setChecked(true);
+    if (set == options.end())
+        return;
+    QRadioButton* const present = options_[static_cast<std::size_t>(set - options.begin())];
+    present->setChecked(true);
+    present->setFocus(); // arrow keys go on from it
 }
 
 void ChoiceForm::add_option(const Option& option, int row)
@@ -75,6 +78,7 @@ void ChoiceForm::add_command_buttons()
 {
     UsrButton* ok = add_button(u"cmd_ok"_s, own_word(Word::button_ok), own_word(Word::button_ok));
     UsrButton* cancel = add_button(u"cmd_cancel"_s, own_word(Word::button_cancel), own_word(Word::button_cancel));
+    set_default_button(ok);
     const int top = back_picture_.size.height() + button_gap;
     const int right = back_picture_.size.width() - margin + 8;
     cancel->move(right - cancel->width(), top);

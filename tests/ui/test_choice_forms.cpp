@@ -44,7 +44,10 @@ private Q_SLOTS:
     void ok_takes_the_way_data();
     void ok_takes_the_way();
     void cancel_keeps_the_way();
+    void the_present_option_has_the_focus();
     void keys_choose();
+    void enter_on_an_option_takes_it();
+    void enter_on_cancel_changes_nothing();
     void escape_changes_nothing();
     void the_choice_outlives_the_run();
     void the_pointer_lights_one_button();
@@ -277,6 +280,14 @@ void TestChoiceForms::cancel_keeps_the_way()
     QCOMPARE(chosen_option(), u"Option_combo"_s);
 }
 
+void TestChoiceForms::the_present_option_has_the_focus()
+{
+    shared.fif_type = 4;
+    open<Select_FIF_Format>();
+    QVERIFY(form_->focusWidget() != nullptr);
+    QCOMPARE(form_->focusWidget()->objectName(), u"Option_4"_s);
+}
+
 void TestChoiceForms::keys_choose()
 {
     open<Select_FIF_Format>();
@@ -289,6 +300,26 @@ void TestChoiceForms::keys_choose()
     QCOMPARE(form_->focusWidget()->objectName(), u"cmd_ok"_s);
     QTest::keyClick(form_->focusWidget(), Qt::Key_Return);
     QCOMPARE(shared.fif_type, i16(3));
+    QVERIFY(!form_->isVisible());
+}
+
+void TestChoiceForms::enter_on_an_option_takes_it()
+{
+    open<Select_FIF_Format>();
+    option(u"Option_1"_s).setFocus();
+    QTest::keyClick(form_->focusWidget(), Qt::Key_Down);
+    QTest::keyClick(form_->focusWidget(), Qt::Key_Enter);
+    QCOMPARE(shared.fif_type, i16(2));
+    QVERIFY(!form_->isVisible());
+}
+
+void TestChoiceForms::enter_on_cancel_changes_nothing()
+{
+    open<Select_FIF_Format>();
+    choose(u"Option_5"_s);
+    button(u"cmd_cancel"_s).setFocus();
+    QTest::keyClick(form_->focusWidget(), Qt::Key_Return);
+    QCOMPARE(shared.fif_type, i16(1));
     QVERIFY(!form_->isVisible());
 }
 

@@ -52,8 +52,10 @@ void ButtonDialog::mouseMoveEvent(QMouseEvent* event)
 void ButtonDialog::keyPressEvent(QKeyEvent* event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (auto* button = qobject_cast<UsrButton*>(focusWidget()); enter && button != nullptr)
-        button->click();
+    auto* const focused = qobject_cast<UsrButton*>(focusWidget());
+    UsrButton* const pressed = focused != nullptr ? focused : default_button_;
+    if (enter && pressed != nullptr)
+        pressed->click();
     else
         QDialog::keyPressEvent(event);
 }

@@ -7,7 +7,7 @@
 #include <vector>
 
 /// A dialog whose commands are UsrButtons: the pointer or the focus lights one and puts out the others, and Enter
-/// presses the one that has the focus.
+/// presses the one that has the focus, or else the default button if there is one.
 class ButtonDialog : public QDialog
 {
     Q_OBJECT
@@ -22,6 +22,8 @@ protected:
     /// A button with `caption` painted into its faces, named `name`.
     UsrButton* add_button(const QString& name, const QString& caption, const QString& tip);
 
+    void set_default_button(UsrButton* button) { default_button_ = button; }
+
     void mouseMoveEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -30,4 +32,5 @@ private:
     void light_only(const UsrButton* lit);
 
     std::vector<UsrButton*> buttons_;
+    UsrButton* default_button_ = nullptr;
 };
