@@ -8,7 +8,6 @@
 #include <QSet>
 
 #include <algorithm>
-#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -172,8 +171,8 @@ void FolderTree::remove_vanished_folders(const TreeNode* node, const QStringList
             vanished.push_back(child.get());
     }
     // From the last, so that the nodes behind need not move up each time.
-    for (const TreeNode* child : std::views::reverse(vanished))
-        remove_tree_node(tree_.Index(child));
+    std::for_each(vanished.rbegin(), vanished.rend(),
+                  [this](const TreeNode* child) { remove_tree_node(tree_.Index(child)); });
 }
 
 void FolderTree::FillNodeFolders_sub(TreeNode* node, const QString& path)
