@@ -80,7 +80,9 @@ private Q_SLOTS:
     void the_file_in_the_player_is_released_first_data();
     void the_file_in_the_player_is_released_first();
     void a_file_that_keeps_its_name_comes_back_into_the_player();
+    void a_refused_name_still_goes_to_the_player();
     void the_tag_of_the_fif_file_in_the_player_is_left_alone();
+    void the_caller_is_told_between_files();
 
 private:
     void list(const QString& name, const QByteArray& content);
@@ -324,6 +326,31 @@ void TestBatchConversion::a_file_that_keeps_its_name_comes_back_into_the_player(
     batch_->Change_FIF([] {});
     QCOMPARE(transport_->calls, (QStringList{u"release (old name)"_s, u"play a.mp3 (old name)"_s}));
     QCOMPARE(shared.selected_mp3_path, folder_ + u"a.mp3"_s);
+}
+
+void TestBatchConversion::a_refused_name_still_goes_to_the_player()
+{
+    list(u"[Ann][Sea][Rock].mp3"_s, tagged("Ann", "Sea"));
+    const QByteArray content = tagged("Ann", "Sea");
+    list(u"a.mp3"_s, content);
+    shared.playing_mp3_path = transport_->watched = folder_ + u"a.mp3"_s;
+    batch_->Change_FIF([] {});
+    QCOMPARE(messages_->take(), QStringList{u"[Ann][Sea][Rock].mp3 already exists in MP3 File List"_s});
+    QCOMPARE(transport_->calls,
+             (QStringList{u"release (old name)"_s, u"play [Ann][Sea][Rock].mp3 (old name)"_s, u"stop (old name)"_s}));
+    QCOMPARE(shared.selected_mp3_path, folder_ + u"[Ann][Sea][Rock].mp3"_s);
+    QCOMPARE(disk_->read(folder_ + u"a.mp3"_s), content);
+    QCOMPARE(shared.final_list[1].name, u"a.mp3"_s);
+}
+
+void TestBatchConversion::the_caller_is_told_between_files()
+{
+    list(u"[New][Song].mp3"_s, tagged("Old", "Old title"));
+    list(u"a.mp3"_s, tagged("Ann", "Sea"));
+    list(u"bare.mp3"_s, sample_audio());
+    int told = 0;
+    batch_->Change_FIF([&told] { ++told; });
+    QCOMPARE(told, 2); // one tag rewritten, one file renamed
 }
 
 void TestBatchConversion::the_tag_of_the_fif_file_in_the_player_is_left_alone()
