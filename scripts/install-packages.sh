@@ -7,7 +7,7 @@ set -euo pipefail
 
 packages_of() {
     case $1 in
-    build) echo g++ cmake ninja-build pkg-config qt6-base-dev qt6-svg-dev libmount-dev ;;
+    build) echo g++ cmake ninja-build pkg-config qt6-base-dev qt6-svg-dev libmount-dev libmpg123-dev libsdl2-dev ;;
     run) echo fonts-dejavu-core fonts-nanum qt6-translations-l10n qt6-wayland ;;
     test) echo libbenchmark-dev ;;
     check) echo clang-format clang-tidy ;;

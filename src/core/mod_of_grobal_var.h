@@ -70,8 +70,11 @@ struct Shared
     QString edit_file_name;    ///< name of the file handed to a dialog
 
     i16 is_playing = 0; ///< 1 while the player is playing
-    QString playing_mp3_path;
+    QString playing_mp3_path; ///< what the player took last; kept after a stop
+    QString scroll_title; ///< the title line as it stands now, with any lead of blanks
+    QString scroll_tail;
     i16 is_muted = 0;
+    i32 volume_word = 0; ///< last level given to the wave device: left in the low word, right in the high word
 
     i16 list_drag_active = 0;     ///< 1 if the last mouse press hit a row
     i16 last_open_node_index = 0; ///< tree node that shows the open folder, -1 for none

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/Placed.h"
+#include "platform/controls/Placed.h"
 #include "frame/SplitterGrip.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/ImageList.h"

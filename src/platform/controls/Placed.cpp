@@ -1,4 +1,4 @@
-#include "frame/Placed.h"
+#include "platform/controls/Placed.h"
 
 #include "platform/twips.h"
 

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <vector>
+
+/// What a file operation does with its sources.
+enum class FileAction
+{
+    move = 1,
+    copy = 2,
+    remove = 3,
+    rename = 4
+};
+
+/// What is known of a file that stands in the way, or of the one that is to take its place.
+struct FileFacts
+{
+    QString path;                ///< as the program writes it
+    bool is_folder = false;      ///< a folder can't take a file's place, nor a file a folder's
+    qint64 size = 0;             ///< bytes
+    qint64 modified_seconds = 0; ///< since 1970, universal time
+};
+
+/// How far an operation has come.
+struct FileProgress
+{
+    QString name;          ///< the file at work
+    qint64 bytes_done = 0; ///< of all files
+    qint64 bytes_all = 0;  ///< 0 while the sources are still being counted
+};
+
+/// The person whose word a file operation asks. All are called on the thread that the operation runs on.
+class FileOperationGuide
+{
+public:
+    enum class Overwrite
+    {
+        yes,
+        yes_to_all,
+        no,
+        no_to_all,
+        cancel
+    };
+    enum class OnError
+    {
+        skip,
+        cancel
+    };
+
+    virtual ~FileOperationGuide() = default;
+    /// A file stands where another is to go. The words "to all" are remembered by the operation.
+    virtual Overwrite ask_overwrite(const FileFacts& source, const FileFacts& target) = 0;
+    /// Something went wrong with the file or folder at `path`; `reason` is the system's, or the operation's own word
+    /// for it. `more_follow` tells whether anything would be left to do after a skip.
+    virtual OnError ask_error(const QString& path, const QString& reason, bool more_follow) = 0;
+    /// Whether these items are to go to the trash.
+    virtual bool ask_trash(const QStringList& paths) = 0;
+    /// Whether the items that no trash takes are to be deleted for good.
+    virtual bool ask_delete(const QStringList& paths) = 0;
+    /// Called often, also in the middle of a large file; cheap to answer.
+    virtual void progress(const FileProgress& progress) = 0;
+    /// Whether the person has cancelled. Asked often, also in the middle of a large file; may be answered from any
+    /// thread.
+    virtual bool is_cancelled() const = 0;
+};
+
+/// How an operation ended.
+struct FileOutcome
+{
+    bool failed = false;  ///< something was not done because of an error
+    bool aborted = false; ///< the person cancelled, or said no to a deletion
+};
+
+/// Does `action` with `sources`; paths are the program's own. Move and copy: into the folder `target`. Rename: the one
+/// source becomes `target`. Remove: to the trash, or for good after a question of its own; `target` is not used.
+FileOutcome run_file_operation(FileAction action, const QStringList& sources, const QString& target,
+                               FileOperationGuide& guide);
