@@ -122,3 +122,8 @@ QIcon icon_of(const Picture& picture)
 {
     return QIcon(new PictureIconEngine(picture));
 }
+
+Picture picture_of(const QIcon& icon, QSize size)
+{
+    return {size, [icon](QPainter& painter, const QRectF& rect) { icon.paint(&painter, rect.toAlignedRect()); }};
+}

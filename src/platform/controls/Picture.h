@@ -21,3 +21,6 @@ Picture svg_picture(const QString& resource, QSize size);
 
 /// A picture as an icon, drawn at the size and pixel ratio that a view asks for.
 QIcon icon_of(const Picture& picture);
+
+/// An icon as a picture of that natural size.
+Picture picture_of(const QIcon& icon, QSize size);

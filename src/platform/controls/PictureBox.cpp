@@ -1,7 +1,26 @@
 #include "platform/controls/PictureBox.h"
 
+#include "platform/controls/mouse.h"
+#include "platform/controls/palette.h"
+
+#include <QKeyEvent>
+#include <QMetaMethod>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
+
+#include <utility>
+
+namespace {
+
+void draw_focus_ring(QPainter& painter, const QRectF& box)
+{
+    painter.setPen(QPen(palette::accent, palette::stroke));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(box.adjusted(1, 1, -1, -1), palette::corner_radius, palette::corner_radius);
+}
+
+} // namespace
 
 PictureBox::PictureBox(const Picture& picture, QWidget* parent) : QWidget(parent), picture_(picture)
 {
@@ -23,15 +42,44 @@ QSize PictureBox::sizeHint() const
 
 void PictureBox::paintEvent(QPaintEvent* /*event*/)
 {
-    if (picture_.is_empty())
-        return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    picture_.draw(painter, QRectF(rect()));
+    if (!picture_.is_empty())
+        picture_.draw(painter, QRectF(rect()));
+    if (hasFocus())
+        draw_focus_ring(painter, QRectF(rect()));
+}
+
+void PictureBox::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        left_press_ = true;
+    Q_EMIT MouseDown(mouse_button_number(event->button()), shift_number(event->modifiers()),
+                     mouse_twips(event->position().x()), mouse_twips(event->position().y()));
 }
 
 void PictureBox::mouseMoveEvent(QMouseEvent* event)
 {
-    Q_EMIT MouseMove();
-    event->ignore(); // the form below takes the move as well
+    Q_EMIT MouseMove(mouse_buttons_number(event->buttons()), shift_number(event->modifiers()),
+                     mouse_twips(event->position().x()), mouse_twips(event->position().y()));
+    event->setAccepted(isSignalConnected(QMetaMethod::fromSignal(&PictureBox::MouseMove)));
+}
+
+void PictureBox::mouseReleaseEvent(QMouseEvent* event)
+{
+    const bool clicks = event->button() == Qt::LeftButton && std::exchange(left_press_, false) &&
+                        rect().contains(event->position().toPoint());
+    const QPointer<PictureBox> alive(this);
+    Q_EMIT MouseUp(mouse_button_number(event->button()), shift_number(event->modifiers()),
+                   mouse_twips(event->position().x()), mouse_twips(event->position().y()));
+    if (alive && clicks)
+        Q_EMIT Click();
+}
+
+void PictureBox::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Space)
+        QWidget::keyPressEvent(event);
+    else if (!event->isAutoRepeat())
+        Q_EMIT Click();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/numbers.h"
+#include "platform/twips.h"
 
 #include <QtCore/qnamespace.h>
 
@@ -31,4 +32,10 @@ inline i16 shift_number(Qt::KeyboardModifiers keys)
 {
     return static_cast<i16>((keys.testFlag(Qt::ShiftModifier) ? 1 : 0) + (keys.testFlag(Qt::ControlModifier) ? 2 : 0) +
                             (keys.testFlag(Qt::AltModifier) ? 4 : 0));
+}
+
+/// A place of the mouse along one axis, in twips; `pixels` may have a fraction.
+constexpr float mouse_twips(double pixels)
+{
+    return static_cast<float>(pixels * twips_per_pixel);
 }
