@@ -3,7 +3,6 @@
 #include "platform/controls/focus.h"
 #include "platform/controls/mouse.h"
 #include "platform/controls/palette.h"
-#include "platform/twips.h"
 
 #include <QEvent>
 #include <QKeyEvent>
@@ -15,11 +14,6 @@ namespace {
 
 constexpr double disabled_opacity = 0.45;
 constexpr double focus_ring_inset = 2.75;
-
-float twips_of(double pixels)
-{
-    return static_cast<float>(pixels * twips_per_pixel);
-}
 
 void draw_focus_ring(QPainter& painter, const QRectF& face)
 {
@@ -86,8 +80,17 @@ QSize UsrButton::sizeHint() const
 
 bool UsrButton::event(QEvent* event)
 {
-    if (event->type() == QEvent::ToolTipChange)
+    switch (event->type()) {
+    case QEvent::ToolTipChange:
         follow_tool_tip();
+        break;
+    case QEvent::EnabledChange:
+    case QEvent::WindowBlocked:
+        held_ = {}; // the release won't come here
+        break;
+    default:
+        break;
+    }
     return QAbstractButton::event(event);
 }
 
@@ -108,11 +111,12 @@ void UsrButton::mousePressEvent(QMouseEvent* event)
 {
     if (!rect().contains(event->position().toPoint()))
         return;
+    held_ |= event->button();
     if (event->button() == Qt::LeftButton)
         left_press_ = true;
     show_picture(Shown::down);
     Q_EMIT MouseDown(mouse_button_number(event->button()), shift_number(event->modifiers()),
-                     twips_of(event->position().x()), twips_of(event->position().y()));
+                     mouse_twips(event->position().x()), mouse_twips(event->position().y()));
 }
 
 // The toolkit goes on sending the mouse here while a button is held. Outside, the control doesn't see it.
@@ -121,28 +125,31 @@ void UsrButton::mouseMoveEvent(QMouseEvent* event)
     if (!rect().contains(event->position().toPoint()))
         return;
     Q_EMIT MouseMove(mouse_buttons_number(event->buttons()), shift_number(event->modifiers()),
-                     twips_of(event->position().x()), twips_of(event->position().y()));
+                     mouse_twips(event->position().x()), mouse_twips(event->position().y()));
 }
 
 void UsrButton::mouseReleaseEvent(QMouseEvent* event)
 {
+    held_.setFlag(event->button(), false);
     const bool ends_left_press = event->button() == Qt::LeftButton && std::exchange(left_press_, false);
     if (!rect().contains(event->position().toPoint()))
         return;
     const QPointer<UsrButton> alive(this);
     show_picture(Shown::up);
     Q_EMIT MouseUp(mouse_button_number(event->button()), shift_number(event->modifiers()),
-                   twips_of(event->position().x()), twips_of(event->position().y()));
+                   mouse_twips(event->position().x()), mouse_twips(event->position().y()));
     if (alive && ends_left_press)
         run_click();
 }
 
 void UsrButton::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton)
+    if (event->button() == Qt::LeftButton) {
+        held_ |= event->button();
         run_pressed(&UsrButton::DblClick);
-    else
+    } else {
         mousePressEvent(event);
+    }
 }
 
 void UsrButton::keyPressEvent(QKeyEvent* event)
@@ -183,6 +190,7 @@ void UsrButton::showEvent(QShowEvent* event)
 
 void UsrButton::hideEvent(QHideEvent* event)
 {
+    held_ = {};
     show_picture(Shown::up);
     QAbstractButton::hideEvent(event);
 }

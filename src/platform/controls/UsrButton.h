@@ -37,6 +37,10 @@ public:
     };
     Shown shown() const { return shown_; }
 
+    /// Whether a mouse press that began on the button lasts, by whatever button of the mouse; also after it slid off. A
+    /// button that is hidden, disabled or behind a dialog is not held.
+    bool is_held() const { return held_ != Qt::NoButton; }
+
     QSize sizeHint() const override;
 
 Q_SIGNALS:
@@ -78,6 +82,7 @@ private:
     Picture down_;
     Picture move_;
     Shown shown_ = Shown::up;
+    Qt::MouseButtons held_;   ///< the mouse buttons whose press began here and lasts
     bool left_press_ = false; ///< a press of the left button that may become a Click
     QString told_tip_;        ///< the tool tip last taken for the accessible name
 };
