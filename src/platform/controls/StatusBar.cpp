@@ -3,6 +3,7 @@
 #include "platform/controls/palette.h"
 #include "platform/twips.h"
 
+#include <QAccessible>
 #include <QPainter>
 
 #include <utility>
@@ -11,12 +12,18 @@ namespace {
 
 constexpr int bar_height = 22;
 constexpr int text_margin = 8;
+constexpr int notice_milliseconds = 8000;
 
-/// A label that shows a text too long for it with an ellipsis in the middle.
+/// A label of plain text that shows one too long for it with an ellipsis in the middle, on a ground of its own if it
+/// fills its background. The mouse over it is over what lies below.
 class PanelLabel : public QLabel
 {
 public:
-    using QLabel::QLabel;
+    explicit PanelLabel(QWidget* parent) : QLabel(parent)
+    {
+        setTextFormat(Qt::PlainText);
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
 
 protected:
     void paintEvent(QPaintEvent* /*event*/) override
@@ -29,17 +36,29 @@ protected:
     }
 };
 
+void set_text(QLabel& label, const QString& text)
+{
+    label.setText(text);
+    label.setAccessibleName(text);
+}
+
 } // namespace
 
 StatusBar::StatusBar(std::vector<int> widths, QWidget* parent) : QWidget(parent), widths_(std::move(widths))
 {
     setMouseTracking(true);
-    for (std::size_t i = 0; i < widths_.size(); ++i) {
-        auto* label = new PanelLabel(this);
-        label->setTextFormat(Qt::PlainText);
-        label->setAttribute(Qt::WA_TransparentForMouseEvents);
-        panels_.push_back(label);
-    }
+    for (std::size_t i = 0; i < widths_.size(); ++i)
+        panels_.push_back(new PanelLabel(this));
+    notice_ = new PanelLabel(this);
+    notice_->setAutoFillBackground(true);
+    QPalette colours = notice_->palette();
+    colours.setColor(QPalette::Window, palette::paper);
+    notice_->setPalette(colours);
+    notice_->hide();
+    notice_time_ = new QTimer(this);
+    notice_time_->setSingleShot(true);
+    notice_time_->setInterval(notice_milliseconds);
+    connect(notice_time_, &QTimer::timeout, notice_, &QWidget::hide);
     resize(StatusBar::sizeHint());
 }
 
@@ -50,8 +69,7 @@ QString StatusBar::panel_text(int index) const
 
 void StatusBar::set_panel_text(int index, const QString& text)
 {
-    panel(index)->setText(text);
-    panel(index)->setAccessibleName(text);
+    set_text(*panel(index), text);
 }
 
 int StatusBar::panel_width(int index) const
@@ -63,6 +81,20 @@ void StatusBar::set_panel_width(int index, int twips)
 {
     widths_.at(static_cast<std::size_t>(index) - 1) = twips;
     place_panels();
+}
+
+void StatusBar::show_notice(const QString& text)
+{
+    set_text(*notice_, text);
+    notice_->show();
+    notice_time_->start();
+    QAccessibleEvent alert(notice_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+QString StatusBar::notice() const
+{
+    return notice_->isHidden() ? QString() : notice_->text();
 }
 
 QSize StatusBar::sizeHint() const
@@ -106,5 +138,6 @@ void StatusBar::place_panels()
         const int right = i + 1 == panels_.size() ? width() : to_pixels(twips) - 1;
         panels_[i]->setGeometry(left, 1, qMax(0, right - left), height() - 1);
     }
+    notice_->setGeometry(0, 1, width(), height() - 1);
     update();
 }

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <QLabel>
+#include <QTimer>
 #include <QWidget>
 
 #include <vector>
 
 /// A status bar of panels side by side, each with an index from 1 and a width in twips; the last takes what is left.
-/// A text too long for its panel is shown with an ellipsis in its middle; its accessible name is the whole text.
+/// A text too long for its panel is shown with an ellipsis in its middle; its accessible name is the whole text. A
+/// notice lies over all panels for a while.
 class StatusBar : public QWidget
 {
     Q_OBJECT
@@ -19,6 +21,12 @@ public:
     void set_panel_text(int index, const QString& text);
     int panel_width(int index) const;
     void set_panel_width(int index, int twips);
+
+    /// Shows `text` over the panels for 8 seconds, in place of a notice before it. The panels keep their texts, and
+    /// take new ones meanwhile.
+    void show_notice(const QString& text);
+    /// The notice that is shown; empty for none.
+    QString notice() const;
 
     QSize sizeHint() const override;
 
@@ -36,4 +44,6 @@ private:
 
     std::vector<QLabel*> panels_;
     std::vector<int> widths_;
+    QLabel* notice_;
+    QTimer* notice_time_;
 };
