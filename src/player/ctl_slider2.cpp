@@ -1,0 +1,37 @@
+#include "player/ctl_slider2.h"
+
+ctl_slider2::ctl_slider2(Placed<PictureBox>& knob, const Placed<PictureBox>& track, MediaPlayerCtl& player,
+                         QObject* parent)
+    : KnobSlider(knob, track, parent), player_(player)
+{
+}
+
+void ctl_slider2::track_pressed()
+{
+    seek();
+}
+
+// The file plays on where it is until the release.
+void ctl_slider2::knob_dragged() {}
+
+void ctl_slider2::knob_released(float x)
+{
+    switch (follow(x)) {
+    case Reached::left_end:
+        player_.set_CurrentPosition(0);
+        break;
+    case Reached::right_end:
+        player_.set_CurrentPosition(player_.SelectionEnd());
+        break;
+    case Reached::between:
+        seek();
+        break;
+    }
+}
+
+void ctl_slider2::seek()
+{
+    const i32 whole_percent = rounded<i32>(percent());
+    value_ = rounded<i32>(player_.SelectionEnd() * whole_percent / 100);
+    player_.set_CurrentPosition(value_);
+}
