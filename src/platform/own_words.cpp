@@ -44,6 +44,9 @@ constexpr auto words = std::to_array<WordTexts>({
     {Word::option_genre_from_list,
      {u"Choose the genre from the list", u"목록에서 장르 선택", u"Musikart aus der Liste wählen"}},
     {Word::option_genre_as_text, {u"Type the genre", u"장르 직접 입력", u"Musikart selbst eingeben"}},
+
+    {Word::sound_on, {u"Sound on", u"소리 켜짐", u"Ton an"}},
+    {Word::sound_off, {u"Muted", u"음소거됨", u"Stumm"}},
 });
 
 } // namespace

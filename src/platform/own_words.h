@@ -33,7 +33,10 @@ enum class Word
 
     list_auto_convert,      ///< caption of the list of files to convert
     option_genre_from_list, ///< the two ways of entering a genre
-    option_genre_as_text
+    option_genre_as_text,
+
+    sound_on, ///< the two states of the mute button
+    sound_off
 };
 
 /// The text of a word in the build's language.
