@@ -34,6 +34,13 @@ struct FinalListEntry
     QString date_text;
 };
 
+/// A name taken by Copy or a drag from the file list.
+struct CopyListEntry
+{
+    i16 in_use = 0;
+    QString name;
+};
+
 /// Where the user acted last in the main window.
 enum FocusPane : i16
 {
@@ -45,6 +52,8 @@ enum FocusPane : i16
     pane_title = 5,
     pane_genre = 6,
     pane_player_title = 7,
+    pane_tree_edit = 11, ///< a label edit of the tree is open
+    pane_list_edit = 22, ///< a label edit of the file list is open
 };
 
 /// All state that more than one form or module needs. `shared = {}` is a fresh run.
@@ -69,9 +78,9 @@ struct Shared
     QString edit_folder;       ///< folder of the file handed to a dialog
     QString edit_file_name;    ///< name of the file handed to a dialog
 
-    i16 is_playing = 0; ///< 1 while the player is playing
+    i16 is_playing = 0;       ///< 1 while the player is playing
     QString playing_mp3_path; ///< what the player took last; kept after a stop
-    QString scroll_title; ///< the title line as it stands now, with any lead of blanks
+    QString scroll_title;     ///< the title line as it stands now, with any lead of blanks
     QString scroll_tail;
     i16 is_muted = 0;
     i32 volume_word = 0; ///< last level given to the wave device: left in the low word, right in the high word
@@ -85,6 +94,7 @@ struct Shared
     i16 focus_pane = pane_none;
     i16 copy_source_kind = 0; ///< clipboard of the Edit menu: 0 nothing, 1 a folder, 2 files
     i16 enter_saves = 0;      ///< 1 while the Enter key is to save
+    i16 drag_source_kind = 0; ///< where the last press or drag came from: 1 the tree, 2 the file list
 
     std::array<DriveEntry, 21> drive_table{}; ///< slots 0 to 19 are used
     i32 cd_capacity_mb = 0;
@@ -93,8 +103,18 @@ struct Shared
     i32 final_list_count = 0;
     i32 final_list_bytes = 0;
 
+    std::array<CopyListEntry, 301> copy_list{}; ///< all slots are used
+    i16 copy_list_count = 0;
+    QString copy_source_folder; ///< the folder of those names, with trailing backslash
+    QString copied_folder_path; ///< key of the folder taken by the tree's Copy
+
     QString tree_node_path;  ///< key of the current tree node
     QString tree_parent_key; ///< key of its parent
+    QString drag_node_key;   ///< key of the tree node pressed last; also the list of paths of a drop of files
+    i16 drag_node_index = 0; ///< its index
+
+    QString dest_folder_path; ///< key of the node chosen as a destination
+    QString dest_node_key;    ///< key of its parent
 
     i32 folder_mp3_mb = 0; ///< running total of whole megabytes of the listed files
     i16 folder_mp3_count = 0;
