@@ -49,7 +49,7 @@ void MediaPlayer::request(const QString& file)
 {
     {
         const Lock lock(mutex_);
-        playback_ = Playback();
+        track_ = DecodedTrack();
         request_ = file;
         cancelled_ = true;
     }
@@ -59,20 +59,20 @@ void MediaPlayer::request(const QString& file)
 void MediaPlayer::Stop()
 {
     const Lock lock(mutex_);
-    playback_.stop();
+    track_.stop();
 }
 
 double MediaPlayer::CurrentPosition() const
 {
     const Lock lock(mutex_);
-    return playback_.position();
+    return track_.position();
 }
 
 void MediaPlayer::set_CurrentPosition(double seconds)
 {
     {
         const Lock lock(mutex_);
-        playback_.seek(seconds);
+        track_.seek(seconds);
     }
     work_came_.notify_one();
 }
@@ -80,7 +80,7 @@ void MediaPlayer::set_CurrentPosition(double seconds)
 double MediaPlayer::SelectionEnd() const
 {
     const Lock lock(mutex_);
-    return playback_.length();
+    return track_.length();
 }
 
 void MediaPlayer::set_Volume(i32 hundredths)
@@ -97,9 +97,9 @@ void MediaPlayer::work()
             return;
         if (request_)
             take_request(lock);
-        else if (playback_.wants_seek())
+        else if (track_.wants_seek())
             seek(lock);
-        else if (playback_.wanted_samples() > 0)
+        else if (track_.wanted_samples() > 0)
             decode(lock);
         else
             switch_output(lock);
@@ -108,7 +108,7 @@ void MediaPlayer::work()
 
 bool MediaPlayer::has_work() const
 {
-    return ends_ || request_ || playback_.wants_seek() || playback_.wanted_samples() > 0 ||
+    return ends_ || request_ || track_.wants_seek() || track_.wanted_samples() > 0 ||
            output_should_run() != output_runs_;
 }
 
@@ -127,7 +127,7 @@ void MediaPlayer::take_request(Lock& lock)
     is_taking_request_ = false;
     request_taken_.notify_all();
     if (decoder_ && !request_)
-        playback_.begin(decoder_->rate(), decoder_->length());
+        track_.begin(decoder_->rate(), decoder_->length());
 }
 
 void MediaPlayer::prepare_output(int rate)
@@ -143,7 +143,7 @@ void MediaPlayer::prepare_output(int rate)
 
 void MediaPlayer::seek(Lock& lock)
 {
-    const std::int64_t sample = playback_.take_seek();
+    const std::int64_t sample = track_.take_seek();
     lock.unlock();
     decoder_->seek(sample);
     lock.lock();
@@ -151,7 +151,7 @@ void MediaPlayer::seek(Lock& lock)
 
 void MediaPlayer::decode(Lock& lock)
 {
-    const auto room = static_cast<std::size_t>(2 * playback_.wanted_samples());
+    const auto room = static_cast<std::size_t>(2 * track_.wanted_samples());
     const auto part = std::span(decoded_).first(std::min(room, decoded_.size()));
     lock.unlock();
     const std::int64_t count = decoder_->decode(part);
@@ -160,9 +160,9 @@ void MediaPlayer::decode(Lock& lock)
     if (request_)
         return; // what was decoded belongs to a file that nobody wants any more
     if (count > 0)
-        playback_.add(part.first(static_cast<std::size_t>(2 * count)));
+        track_.add(part.first(static_cast<std::size_t>(2 * count)));
     else
-        playback_.end_at(end);
+        track_.end_at(end);
 }
 
 void MediaPlayer::switch_output(Lock& lock)
@@ -178,7 +178,7 @@ void MediaPlayer::fill(std::span<float> samples)
 {
     {
         const Lock lock(mutex_);
-        const Playback::Taken taken = playback_.take(samples);
+        const DecodedTrack::Taken taken = track_.take(samples);
         fader_.apply(samples, taken.count, taken.continues, gains_of(wave_output_level(), volume_));
         if (!has_work())
             return;

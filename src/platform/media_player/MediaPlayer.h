@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/media_player/AudioOutput.h"
+#include "platform/media_player/DecodedTrack.h"
 #include "platform/media_player/Decoder.h"
 #include "platform/media_player/MediaPlayerCtl.h"
-#include "platform/media_player/Playback.h"
 #include "platform/media_player/gains.h"
 
 #include <QObject>
@@ -52,12 +52,12 @@ private:
     void seek(Lock& lock);
     void decode(Lock& lock);
     void switch_output(Lock& lock);
-    bool output_should_run() const { return playback_.is_sounding() || !fader_.is_quiet(); }
+    bool output_should_run() const { return track_.is_sounding() || !fader_.is_quiet(); }
     /// What the sound output calls on its own thread.
     void fill(std::span<float> samples);
 
     mutable std::mutex mutex_; // guards the next six; never held while a library is called
-    Playback playback_;
+    DecodedTrack track_;
     Fader fader_;
     std::optional<QString> request_;
     bool is_taking_request_ = false;

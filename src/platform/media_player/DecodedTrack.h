@@ -5,9 +5,9 @@
 #include <span>
 #include <vector>
 
-/// How far a file has played: its length, the position, and the samples decoded ahead of it. Knows no file, device or
+/// A file as it plays: its length, the position, and the samples decoded ahead of it. Knows no disk, device or
 /// thread; a sample is a pair, left and right. Fresh, it has no file yet and plays as soon as there is one.
-class Playback
+class DecodedTrack
 {
 public:
     /// The file is ready: samples in a second and in all.

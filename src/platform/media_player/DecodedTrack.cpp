@@ -1,4 +1,4 @@
-#include "platform/media_player/Playback.h"
+#include "platform/media_player/DecodedTrack.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,21 +12,21 @@ constexpr int stores_in_a_second = 2;
 
 } // namespace
 
-void Playback::begin(int rate, std::int64_t length)
+void DecodedTrack::begin(int rate, std::int64_t length)
 {
     rate_ = rate;
     length_ = length;
     store_.resize(static_cast<std::size_t>(channels * rate / stores_in_a_second));
 }
 
-void Playback::stop()
+void DecodedTrack::stop()
 {
     is_playing_ = false;
     go_to(0);
     asked_position_.reset();
 }
 
-void Playback::seek(double seconds)
+void DecodedTrack::seek(double seconds)
 {
     if (length_ == 0)
         return;
@@ -36,7 +36,7 @@ void Playback::seek(double seconds)
     asked_position_ = position;
 }
 
-void Playback::go_to(std::int64_t sample)
+void DecodedTrack::go_to(std::int64_t sample)
 {
     taken_ = sample;
     decoded_ = sample;
@@ -46,24 +46,24 @@ void Playback::go_to(std::int64_t sample)
     continues_ = false;
 }
 
-double Playback::position() const
+double DecodedTrack::position() const
 {
     if (asked_position_)
         return *asked_position_;
     return rate_ == 0 ? 0.0 : static_cast<double>(taken_) / rate_;
 }
 
-double Playback::length() const
+double DecodedTrack::length() const
 {
     return rate_ == 0 ? 0.0 : static_cast<double>(length_) / rate_;
 }
 
-bool Playback::is_sounding() const
+bool DecodedTrack::is_sounding() const
 {
     return is_playing_ && taken_ < length_;
 }
 
-Playback::Taken Playback::take(std::span<float> samples)
+DecodedTrack::Taken DecodedTrack::take(std::span<float> samples)
 {
     if (!is_sounding() || is_held_)
         return {};
@@ -82,19 +82,19 @@ Playback::Taken Playback::take(std::span<float> samples)
     return taken;
 }
 
-std::int64_t Playback::take_seek()
+std::int64_t DecodedTrack::take_seek()
 {
     seek_is_due_ = false;
     return taken_;
 }
 
-std::int64_t Playback::wanted_samples() const
+std::int64_t DecodedTrack::wanted_samples() const
 {
     const bool wants = is_sounding() && !seek_is_due_ && is_filling_;
     return wants ? capacity() - stored() : 0;
 }
 
-void Playback::add(std::span<const float> samples)
+void DecodedTrack::add(std::span<const float> samples)
 {
     if (seek_is_due_)
         return;
@@ -106,7 +106,7 @@ void Playback::add(std::span<const float> samples)
     note_added();
 }
 
-void Playback::end_at(std::int64_t length)
+void DecodedTrack::end_at(std::int64_t length)
 {
     length_ = std::min(length_, length);
     decoded_ = std::min(decoded_, length_);
@@ -117,17 +117,17 @@ void Playback::end_at(std::int64_t length)
     note_added();
 }
 
-std::int64_t Playback::capacity() const
+std::int64_t DecodedTrack::capacity() const
 {
     return std::ssize(store_) / channels;
 }
 
-float& Playback::stored_value(std::int64_t sample, std::int64_t channel)
+float& DecodedTrack::stored_value(std::int64_t sample, std::int64_t channel)
 {
     return store_[static_cast<std::size_t>(sample % capacity() * channels + channel)];
 }
 
-void Playback::note_added()
+void DecodedTrack::note_added()
 {
     if (decoded_ == length_ || stored() == capacity()) {
         is_filling_ = false;
