@@ -36,7 +36,20 @@ enum class Word
     option_genre_as_text,
 
     sound_on, ///< the two states of the mute button
-    sound_off
+    sound_off,
+
+    copy_of,          ///< name of a copy beside its source, whose name without ending stands in place of %1
+    copy_of_numbered, ///< likewise, the number of the copy in place of %2
+
+    reason_no_place,          ///< why a file operation can't be done: the path leads nowhere
+    reason_drive,             ///< a drive's root is no file or folder to copy, move or delete
+    reason_into_itself,       ///< a folder was to go into itself
+    reason_same_file,         ///< source and target are one file
+    reason_file_in_the_way,   ///< a file stands where a folder is to go
+    reason_folder_in_the_way, ///< a folder stands where a file is to go
+    reason_special_file,      ///< neither file nor folder nor link
+    reason_changed,           ///< the source changed while it was copied
+    reason_changed_later      ///< the source or its copy changed before the source could be deleted
 };
 
 /// The text of a word in the build's language.

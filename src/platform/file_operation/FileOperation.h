@@ -1,11 +1,9 @@
 #pragma once
 
-#include <QByteArray>
+#include "platform/file_operation/FileCalls.h"
+
 #include <QString>
 #include <QStringList>
-
-#include <cstdint>
-#include <vector>
 
 /// What a file operation does with its sources.
 enum class FileAction
@@ -28,9 +26,9 @@ struct FileFacts
 /// How far an operation has come.
 struct FileProgress
 {
-    QString name;          ///< the file at work
-    qint64 bytes_done = 0; ///< of all files
-    qint64 bytes_all = 0;  ///< 0 while the sources are still being counted
+    QString name;          ///< of the file at work, without its folder
+    qint64 bytes_done = 0; ///< of all files to copy
+    qint64 bytes_all = 0;  ///< 0 while the sources are still being counted, and where nothing needs to be copied
 };
 
 /// The person whose word a file operation asks. All are called on the thread that the operation runs on.
@@ -75,7 +73,14 @@ struct FileOutcome
     bool aborted = false; ///< the person cancelled, or said no to a deletion
 };
 
-/// Does `action` with `sources`; paths are the program's own. Move and copy: into the folder `target`. Rename: the one
-/// source becomes `target`. Remove: to the trash, or for good after a question of its own; `target` is not used.
+/// Does `action` with `sources`; paths are the program's own. Works on any thread, and touches no state of the program.
+///
+/// Copy and move: into the folder `target`. Folders of one name become one; a file takes another's place only at the
+/// person's word, and under its real name stands nothing but whole files. A copy into the source's own folder becomes
+/// "Copy of NAME". Links are copied as links. Copies keep times and rights, and are on the disk at the end. A move to
+/// another file system deletes a source when its copy is on the disk and both are as they were then; of a source in the
+/// middle of which the person cancels, nothing is deleted.
+/// Rename: the one source becomes `target`, where nothing may stand. An error is told through ask_error.
+/// Remove: to the trash after one question, what no trash takes for good after one more; `target` is not used.
 FileOutcome run_file_operation(FileAction action, const QStringList& sources, const QString& target,
-                               FileOperationGuide& guide);
+                               FileOperationGuide& guide, const FileCalls& calls = FileCalls::of_this_machine());

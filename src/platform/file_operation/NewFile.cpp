@@ -1,0 +1,120 @@
+#include "platform/file_operation/NewFile.h"
+
+#include <QRandomGenerator>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <utility>
+
+namespace {
+
+QByteArray hidden_name_in(const QByteArray& folder)
+{
+    return folder + "/.quilmo-" + QByteArray::number(QRandomGenerator::system()->generate64(), 36);
+}
+
+/// The path under which the system lets an open file be linked; empty when it offers none.
+QByteArray link_path(const Descriptor& file)
+{
+    const QByteArray path = "/proc/self/fd/" + QByteArray::number(file.number());
+    return access(path.constData(), F_OK) == 0 ? path : QByteArray();
+}
+
+} // namespace
+
+NewFile NewFile::file_in(const QByteArray& folder, const FileCalls& calls)
+{
+    NewFile made(folder, calls);
+    made.file_ = Descriptor(calls.open_unnamed(folder));
+    if (made.file_.is_open() && !link_path(made.file_).isEmpty())
+        return made;
+    made.take_hidden_name([&made](const QByteArray& name) {
+        constexpr int flags = O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+        made.file_ = Descriptor(open(name.constData(), flags, S_IRUSR | S_IWUSR));
+        return made.file_.is_open() ? 0 : errno;
+    });
+    return made;
+}
+
+NewFile NewFile::link_in(const QByteArray& folder, const QByteArray& link_target, const FileCalls& calls)
+{
+    NewFile made(folder, calls);
+    made.take_hidden_name([&link_target](const QByteArray& name) {
+        return symlink(link_target.constData(), name.constData()) == 0 ? 0 : errno;
+    });
+    return made;
+}
+
+NewFile::~NewFile()
+{
+    if (!hidden_.isEmpty())
+        unlink(hidden_.constData());
+}
+
+NewFile::NewFile(NewFile&& other) noexcept
+    : folder_(std::move(other.folder_)),
+      calls_(other.calls_),
+      file_(std::move(other.file_)),
+      hidden_(std::exchange(other.hidden_, {})),
+      error_(other.error_)
+{
+}
+
+template<typename Make> void NewFile::take_hidden_name(const Make& make)
+{
+    QByteArray name;
+    do {
+        name = hidden_name_in(folder_);
+        error_ = make(name);
+    } while (error_ == EEXIST);
+    if (error_ == 0)
+        hidden_ = name;
+}
+
+std::optional<struct stat> NewFile::status() const
+{
+    return file_.is_open() ? status_of(file_) : status_of(hidden_);
+}
+
+int NewFile::give_name(const QByteArray& name) const
+{
+    const QByteArray path = link_path(file_);
+    return linkat(AT_FDCWD, path.constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW) == 0 ? 0 : errno;
+}
+
+int NewFile::publish(const QByteArray& target)
+{
+    if (hidden_.isEmpty())
+        return give_name(target);
+    const int error = rename_without_replacing(hidden_, target, calls_->rename);
+    if (error == 0)
+        hidden_.clear();
+    return error;
+}
+
+int NewFile::replace(const QByteArray& target, const struct stat& replaced)
+{
+    // Only a file with a name can take another's place.
+    if (hidden_.isEmpty())
+        take_hidden_name([this](const QByteArray& name) { return give_name(name); });
+    if (error_ != 0)
+        return error_;
+    const int error = rename_over(hidden_, target, replaced, calls_->rename);
+    if (error == 0)
+        hidden_.clear();
+    return error;
+}
+
+int rename_over(const QByteArray& source, const QByteArray& target, const struct stat& replaced,
+                const RenameCalls& calls)
+{
+    const std::optional<struct stat> present = status_of(target);
+    if (!present)
+        return rename_without_replacing(source, target, calls);
+    if (!is_same_state(*present, replaced))
+        return EEXIST;
+    return std::rename(source.constData(), target.constData()) == 0 ? 0 : errno;
+}

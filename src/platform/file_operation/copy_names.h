@@ -1,0 +1,7 @@
+#pragma once
+
+#include "platform/file_operation/disk_entry.h"
+
+/// The first place in the source's own folder, "Copy of NAME" or a numbered one, at which nothing stands; a file keeps
+/// its ending.
+Place free_copy_place(const Place& source, bool is_folder);
