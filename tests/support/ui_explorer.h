@@ -6,6 +6,7 @@
 #include "platform/controls/ListView.h"
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/TreeView.h"
+#include "rights.h"
 #include "selection/Picks.h"
 #include "test_main.h"
 
@@ -86,17 +87,4 @@ public:
     Picks picks;
     FileList list;
     int final_list_shows = 0; ///< how often the dialog of the final list was asked for
-};
-
-/// A folder or file that cannot be read as long as the object lives, not even when an administrator runs the test.
-class WithoutRights
-{
-public:
-    explicit WithoutRights(QByteArray native);
-    ~WithoutRights();
-    WithoutRights(const WithoutRights&) = delete;
-    WithoutRights& operator=(const WithoutRights&) = delete;
-
-private:
-    QByteArray native_;
 };
