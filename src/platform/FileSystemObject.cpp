@@ -48,6 +48,25 @@ struct stat file_status(const QString& path)
     return *status;
 }
 
+/// The run-time error of a system call that changes a folder.
+RunTimeError folder_change_error(int error)
+{
+    switch (error) {
+    case EEXIST:
+        return RunTimeError(RunTimeError::file_already_exists);
+    case ENOENT:
+    case ENOTDIR:
+        return RunTimeError(RunTimeError::path_not_found);
+    case EACCES:
+    case EPERM:
+    case EROFS:
+    case EXDEV:
+        return RunTimeError(RunTimeError::permission_denied);
+    default:
+        return RunTimeError(RunTimeError::path_file_access_error);
+    }
+}
+
 /// The entries of a folder, one by one.
 class FolderReader
 {
@@ -216,6 +235,26 @@ void FileSystemObject::set_Attributes(const QString& path, int attributes) const
     const mode_t mode = makes_read_only ? old_mode & ~all_write_bits : old_mode | S_IWUSR;
     if (mode != old_mode && chmod(native_path(path).constData(), mode) != 0)
         throw RunTimeError(RunTimeError::path_file_access_error);
+}
+
+void FileSystemObject::CreateFolder(const QString& path) const
+{
+    const QByteArray native = native_path(path);
+    if (native.isEmpty())
+        throw RunTimeError(RunTimeError::path_not_found);
+    constexpr mode_t all_rights = 0777; // less what the person's umask takes
+    if (mkdir(native.constData(), all_rights) != 0)
+        throw folder_change_error(errno);
+}
+
+void FileSystemObject::MoveFolder(const QString& old_path, const QString& new_path) const
+{
+    const QByteArray new_native = native_path(new_path);
+    if (!FolderExists(old_path) || new_native.isEmpty())
+        throw RunTimeError(RunTimeError::path_not_found);
+    const int error = rename_without_replacing(native_path(old_path), new_native);
+    if (error != 0)
+        throw folder_change_error(error);
 }
 
 bool MoveFileA(const QString& old_path, const QString& new_path)

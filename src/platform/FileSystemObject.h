@@ -65,6 +65,12 @@ public:
     /// Sets or clears the read-only attribute; the others follow from the name. Raises "File not found" or
     /// "Path/File access error".
     void set_Attributes(const QString& path, int attributes) const;
+    /// Makes one folder in a folder that is there. Raises "File already exists" (whatever stands there), "Path not
+    /// found", "Permission denied" or "Path/File access error".
+    void CreateFolder(const QString& path) const;
+    /// Gives the folder `old_path` the path `new_path` on the same drive, with all that is in it. Never replaces: what
+    /// stands at the new path makes it fail. Errors as CreateFolder, with nothing changed.
+    void MoveFolder(const QString& old_path, const QString& new_path) const;
 };
 
 /// Renames a file. Never replaces: an existing target, even a dangling link, makes it fail. Gives whether it was done.

@@ -17,6 +17,10 @@ QString RunTimeError::text() const
         return u"Type mismatch"_s;
     case file_not_found:
         return u"File not found"_s;
+    case file_already_exists:
+        return u"File already exists"_s;
+    case permission_denied:
+        return u"Permission denied"_s;
     case path_file_access_error:
         return u"Path/File access error"_s;
     case path_not_found:

@@ -15,6 +15,8 @@ public:
         division_by_zero = 11,
         type_mismatch = 13,
         file_not_found = 53,
+        file_already_exists = 58,
+        permission_denied = 70,
         path_file_access_error = 75,
         path_not_found = 76,
         key_not_unique = 35602,

@@ -120,6 +120,13 @@ private Q_SLOTS:
     void attributes_need_a_file();
     void read_only_is_set_and_cleared_data();
     void read_only_is_set_and_cleared();
+    void a_folder_is_made();
+    void a_folder_that_cannot_be_made_data();
+    void a_folder_that_cannot_be_made();
+    void a_folder_moves_with_all_that_is_in_it();
+    void a_folder_that_cannot_move_data();
+    void a_folder_that_cannot_move();
+    void nothing_changes_without_rights();
     void computer_has_its_name();
 };
 
@@ -437,6 +444,121 @@ void TestFileSystemObject::read_only_is_set_and_cleared()
 
     fso.set_Attributes(u"C:\\a.mp3"_s, attributes);
     QCOMPARE(mode_of(native), static_cast<mode_t>(new_mode));
+}
+
+void TestFileSystemObject::a_folder_is_made()
+{
+    const TestDisk disk;
+    const QString odd_name = u"C:\\Pop\\name \uF05C \xDCE4"_s;
+    fso.CreateFolder(u"C:\\Pop"_s);
+    fso.CreateFolder(u"C:\\Pop\\new folder\\"_s);
+    fso.CreateFolder(odd_name);
+
+    for (const QString& path : {u"C:\\Pop"_s, u"C:\\Pop\\new folder"_s, odd_name})
+        QVERIFY2(fso.FolderExists(path), qPrintable(path));
+}
+
+void TestFileSystemObject::a_folder_that_cannot_be_made_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<int>("error");
+
+    QTest::newRow("a folder stands there") << u"C:\\folder"_s << 58;
+    QTest::newRow("a drive stands there") << u"C:\\"_s << 58;
+    QTest::newRow("a file stands there") << u"C:\\a.mp3"_s << 58;
+    QTest::newRow("a dangling link stands there") << u"C:\\dangling"_s << 58;
+    QTest::newRow("no folder above") << u"C:\\none\\new"_s << 76;
+    QTest::newRow("a file above") << u"C:\\a.mp3\\new"_s << 76;
+    QTest::newRow("an unknown drive") << u"Q:\\new"_s << 76;
+    QTest::newRow("a name that no folder can bear") << u"C:\\.."_s << 76;
+    QTest::newRow("the key of the tree's root") << u"MYCOMPUTER\\new"_s << 76;
+    QTest::newRow("a name too long") << QString(u"C:\\"_s + QString(256, u'x')) << 75;
+}
+
+void TestFileSystemObject::a_folder_that_cannot_be_made()
+{
+    QFETCH(QString, path);
+    QFETCH(int, error);
+    const TestDisk disk;
+    disk.make_folder(u"C:\\folder\\inside"_s);
+    disk.write(u"C:\\a.mp3"_s, "a");
+    QVERIFY(make_link("nowhere", disk.native(u"C:\\dangling"_s)));
+
+    QCOMPARE(error_of([&] { fso.CreateFolder(path); }), error);
+    QVERIFY(disk.exists(u"C:\\folder\\inside"_s));
+    QCOMPARE(disk.read(u"C:\\a.mp3"_s), QByteArray("a"));
+    QVERIFY(!disk.exists(u"C:\\nowhere"_s));
+}
+
+void TestFileSystemObject::a_folder_moves_with_all_that_is_in_it()
+{
+    const TestDisk disk;
+    disk.write(u"C:\\Pop\\Old\\a.mp3"_s, "a");
+    disk.make_folder(u"C:\\Rock"_s);
+
+    fso.MoveFolder(u"C:\\Pop"_s, u"C:\\pop"_s);
+    QCOMPARE(disk.read(u"C:\\pop\\Old\\a.mp3"_s), QByteArray("a"));
+    QVERIFY(!disk.exists(u"C:\\Pop"_s));
+    fso.MoveFolder(u"C:\\pop\\Old"_s, u"C:\\Rock\\New"_s);
+    QCOMPARE(disk.read(u"C:\\Rock\\New\\a.mp3"_s), QByteArray("a"));
+    QVERIFY(disk.exists(u"C:\\pop"_s));
+    QVERIFY(!disk.exists(u"C:\\pop\\Old"_s));
+}
+
+void TestFileSystemObject::a_folder_that_cannot_move_data()
+{
+    QTest::addColumn<QString>("old_path");
+    QTest::addColumn<QString>("new_path");
+    QTest::addColumn<int>("error");
+
+    QTest::newRow("an empty folder stands there") << u"C:\\Pop"_s << u"C:\\empty"_s << 58;
+    QTest::newRow("a file stands there") << u"C:\\Pop"_s << u"C:\\b.mp3"_s << 58;
+    QTest::newRow("a dangling link stands there") << u"C:\\Pop"_s << u"C:\\dangling"_s << 58;
+    QTest::newRow("a backslash behind a folder names that folder") << u"C:\\Pop"_s << u"C:\\empty\\"_s << 58;
+    QTest::newRow("no such folder") << u"C:\\none"_s << u"C:\\new"_s << 76;
+    QTest::newRow("a file is no folder") << u"C:\\b.mp3"_s << u"C:\\new"_s << 76;
+    QTest::newRow("no folder above the new path") << u"C:\\Pop"_s << u"C:\\none\\new"_s << 76;
+    QTest::newRow("an unknown drive") << u"C:\\Pop"_s << u"Q:\\new"_s << 76;
+    QTest::newRow("below the key of the tree's root") << u"C:"_s << u"MYCOMPUTER\\new"_s << 76;
+    QTest::newRow("into itself") << u"C:\\Pop"_s << u"C:\\Pop\\new"_s << 75;
+}
+
+void TestFileSystemObject::a_folder_that_cannot_move()
+{
+    QFETCH(QString, old_path);
+    QFETCH(QString, new_path);
+    QFETCH(int, error);
+    const TestDisk disk;
+    disk.write(u"C:\\Pop\\a.mp3"_s, "a");
+    disk.write(u"C:\\b.mp3"_s, "b");
+    disk.make_folder(u"C:\\empty"_s);
+    QVERIFY(make_link("nowhere", disk.native(u"C:\\dangling"_s)));
+
+    QCOMPARE(error_of([&] { fso.MoveFolder(old_path, new_path); }), error);
+    QCOMPARE(disk.read(u"C:\\Pop\\a.mp3"_s), QByteArray("a"));
+    QCOMPARE(disk.read(u"C:\\b.mp3"_s), QByteArray("b"));
+    QVERIFY(disk.exists(u"C:\\empty"_s));
+    QVERIFY(!disk.exists(u"C:\\nowhere"_s));
+}
+
+void TestFileSystemObject::nothing_changes_without_rights()
+{
+    const TestDisk disk;
+    disk.make_folder(u"C:\\Pop"_s);
+    QCOMPARE(chmod(disk.root().constData(), 0555), 0);
+
+    // Root may write everywhere, so it becomes somebody else for a moment.
+    const uid_t user = geteuid();
+    constexpr uid_t nobody = 65534;
+    if (user == 0 && seteuid(nobody) != 0)
+        QSKIP("root may write everywhere and can't be anybody else here");
+    const int create_error = error_of([&] { fso.CreateFolder(u"C:\\new"_s); });
+    const int move_error = error_of([&] { fso.MoveFolder(u"C:\\Pop"_s, u"C:\\new"_s); });
+    QCOMPARE(seteuid(user), 0);
+    QCOMPARE(chmod(disk.root().constData(), 0700), 0);
+    QCOMPARE(create_error, 70);
+    QCOMPARE(move_error, 70);
+    QVERIFY(!disk.exists(u"C:\\new"_s));
 }
 
 void TestFileSystemObject::computer_has_its_name()
