@@ -3,6 +3,7 @@
 #include "platform/MsgBox.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/LongWork.h"
+#include "platform/controls/PictureBox.h"
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/TextBox.h"
 #include "platform/controls/Toolbar.h"
@@ -269,7 +270,7 @@ private Q_SLOTS:
         bar.resize(600, 22);
         bar.show();
         const auto labels = bar.findChildren<QLabel*>();
-        QCOMPARE(labels.size(), 3);
+        QCOMPARE(labels.size(), 4);
         QCOMPARE(labels[0]->x(), 0);
         QCOMPARE(labels[1]->x(), 100);
         QCOMPARE(labels[2]->x(), 300);
@@ -304,6 +305,218 @@ private Q_SLOTS:
         QTest::mouseMove(bar.windowHandle(), QPoint(50, 10));
         QTest::mouseMove(bar.windowHandle(), QPoint(250, 10));
         QCOMPARE(moves.size(), 2);
+    }
+
+    void status_bar_shows_a_notice_over_its_panels()
+    {
+        StatusBar bar({1500, 3000});
+        bar.resize(600, 22);
+        bar.show();
+        bar.set_panel_text(1, u"12 files"_s);
+        const QImage before = bar.grab().toImage();
+        QCOMPARE(bar.notice(), QString());
+        bar.show_notice(u"No sound device"_s);
+        QCOMPARE(bar.notice(), u"No sound device"_s);
+        const QImage with_notice = bar.grab().toImage();
+        QVERIFY(with_notice != before);
+        bar.set_panel_text(1, u"13 files"_s);
+        QCOMPARE(bar.grab().toImage(), with_notice);
+        QCOMPARE(bar.panel_text(1), u"13 files"_s);
+
+        auto* time = bar.findChild<QTimer*>();
+        QCOMPARE(time->interval(), 8000);
+        QVERIFY(time->isActive());
+        time->start(0);
+        QTRY_COMPARE(bar.notice(), QString());
+        QVERIFY(!time->isActive());
+        QVERIFY(bar.grab().toImage() != with_notice);
+        QCOMPARE(bar.panel_text(1), u"13 files"_s);
+        bar.set_panel_text(1, u"12 files"_s);
+        QCOMPARE(bar.grab().toImage(), before);
+    }
+
+    void status_bar_shows_the_last_notice_after_others()
+    {
+        StatusBar bar({1500, 3000});
+        bar.show();
+        auto* time = bar.findChild<QTimer*>();
+        bar.show_notice(u"first"_s);
+        bar.show_notice(u"second"_s);
+        QCOMPARE(bar.notice(), u"second"_s);
+        time->start(0);
+        QTRY_COMPARE(bar.notice(), QString());
+        bar.show_notice(u"third"_s);
+        QCOMPARE(bar.notice(), u"third"_s);
+        QVERIFY(time->isActive());
+    }
+
+    void status_bar_notice_is_elided_and_read_whole()
+    {
+        StatusBar bar({1500, 3000});
+        bar.resize(200, 22);
+        bar.show();
+        const QString text = u"<b>A</b> notice "_s + QString(300, u'x');
+        bar.show_notice(text);
+        QCOMPARE(bar.notice(), text);
+        const auto labels = bar.findChildren<QLabel*>();
+        QCOMPARE(labels.last()->geometry(), QRect(0, 1, 200, 21));
+        QCOMPARE(QAccessible::queryAccessibleInterface(labels.last())->text(QAccessible::Name), text);
+        bar.resize(500, 22);
+        QCOMPARE(labels.last()->geometry(), QRect(0, 1, 500, 21));
+        const QSignalSpy moves(&bar, &StatusBar::MouseMove);
+        QTest::mouseMove(bar.windowHandle(), QPoint(50, 10));
+        QCOMPARE(moves.size(), 1);
+    }
+
+    // Picture box
+
+    void picture_box_tells_the_mouse_data()
+    {
+        QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<QStringList>("told");
+        QTest::newRow("a click") << QStringList{u"press left in"_s, u"release left in"_s}
+                                 << QStringList{u"down 1 0 150 75"_s, u"up 1 0 150 75"_s, u"click"_s};
+        QTest::newRow("a move") << QStringList{u"move in"_s} << QStringList{u"move 0 0 150 75"_s};
+        QTest::newRow("a drag inside") << QStringList{u"press left in"_s, u"move there"_s, u"release left there"_s}
+                                       << QStringList{u"down 1 0 150 75"_s, u"move 1 0 300 150"_s, u"up 1 0 300 150"_s,
+                                                      u"click"_s};
+        QTest::newRow("a drag that ends outside")
+            << QStringList{u"press left in"_s, u"move out"_s, u"release left out"_s}
+            << QStringList{u"down 1 0 150 75"_s, u"move 1 0 -150 -75"_s, u"up 1 0 -150 -75"_s};
+        QTest::newRow("a drag out and in again")
+            << QStringList{u"press left in"_s, u"move out"_s, u"move in"_s, u"release left in"_s}
+            << QStringList{u"down 1 0 150 75"_s, u"move 1 0 -150 -75"_s, u"move 1 0 150 75"_s, u"up 1 0 150 75"_s,
+                           u"click"_s};
+        QTest::newRow("a right press is no click") << QStringList{u"press right in"_s, u"release right in"_s}
+                                                   << QStringList{u"down 2 0 150 75"_s, u"up 2 0 150 75"_s};
+        QTest::newRow("two buttons") << QStringList{u"press left in"_s, u"press right in"_s, u"move there"_s,
+                                                    u"release right there"_s, u"release left there"_s}
+                                     << QStringList{u"down 1 0 150 75"_s, u"down 2 0 150 75"_s, u"move 3 0 300 150"_s,
+                                                    u"up 2 0 300 150"_s,  u"up 1 0 300 150"_s,  u"click"_s};
+        QTest::newRow("a press beside it")
+            << QStringList{u"press left out"_s, u"move in"_s, u"release left in"_s} << QStringList();
+        QTest::newRow("a double click is two")
+            << QStringList{u"double in"_s} << QStringList{u"down 1 0 150 75"_s, u"up 1 0 150 75"_s, u"click"_s,
+                                                          u"down 1 0 150 75"_s, u"up 1 0 150 75"_s, u"click"_s};
+    }
+
+    void picture_box_tells_the_mouse()
+    {
+        QFETCH(const QStringList, steps);
+        QWidget window;
+        PictureBox box({}, &window);
+        box.setGeometry(40, 30, 60, 40);
+        window.setFixedSize(200, 100);
+        window.show();
+        const QHash<QString, QPoint> places{{u"in"_s, {50, 35}}, {u"there"_s, {60, 40}}, {u"out"_s, {30, 25}}};
+        QTest::mouseMove(window.windowHandle(), steps.first().endsWith(u"in"_s) ? places[u"in"_s] : places[u"out"_s]);
+        if (steps.first() == u"move in"_s)
+            QTest::mouseMove(window.windowHandle(), places[u"out"_s]);
+        QStringList told;
+        const auto note = [&told](const QString& event) {
+            return [&told, event](i16 button, i16 shift, float x, float y) {
+                told.append(u"%1 %2 %3 %4 %5"_s.arg(event).arg(button).arg(shift).arg(x).arg(y));
+            };
+        };
+        connect(&box, &PictureBox::MouseDown, this, note(u"down"_s));
+        connect(&box, &PictureBox::MouseMove, this, note(u"move"_s));
+        connect(&box, &PictureBox::MouseUp, this, note(u"up"_s));
+        connect(&box, &PictureBox::Click, this, [&told] { told.append(u"click"_s); });
+        for (const QString& step : steps) {
+            const QStringList words = step.split(u' ');
+            const QPoint place = places[words.last()];
+            const Qt::MouseButton button = words[1] == u"right"_s ? Qt::RightButton : Qt::LeftButton;
+            if (words[0] == u"press"_s)
+                QTest::mousePress(window.windowHandle(), button, {}, place);
+            else if (words[0] == u"release"_s)
+                QTest::mouseRelease(window.windowHandle(), button, {}, place);
+            else if (words[0] == u"double"_s)
+                QTest::mouseDClick(window.windowHandle(), button, {}, place);
+            else
+                QTest::mouseMove(window.windowHandle(), place);
+        }
+        QTEST(told, "told");
+    }
+
+    void picture_box_keeps_presses_from_what_lies_below()
+    {
+        PictureBox below({});
+        PictureBox above({}, &below);
+        below.resize(200, 100);
+        above.setGeometry(20, 20, 40, 40);
+        below.show();
+        const QSignalSpy presses(&below, &PictureBox::MouseDown);
+        const QSignalSpy releases(&below, &PictureBox::MouseUp);
+        const QSignalSpy clicks(&below, &PictureBox::Click);
+        QTest::mouseClick(below.windowHandle(), Qt::LeftButton, {}, QPoint(30, 30));
+        QCOMPARE(presses.size() + releases.size() + clicks.size(), 0);
+    }
+
+    void picture_box_leaves_moves_that_nobody_listens_to_to_what_lies_below()
+    {
+        PictureBox below({});
+        PictureBox above({}, &below);
+        below.resize(200, 100);
+        above.setGeometry(20, 20, 40, 40);
+        below.show();
+        QList<float> places;
+        connect(&below, &PictureBox::MouseMove, this, [&places](i16, i16, float x, float y) { places << x << y; });
+        QTest::mouseMove(below.windowHandle(), QPoint(30, 32));
+        QCOMPARE(places, (QList<float>{450, 480}));
+        int heard = 0;
+        connect(&above, &PictureBox::MouseMove, this, [&heard] { ++heard; });
+        QTest::mouseMove(below.windowHandle(), QPoint(31, 33));
+        QCOMPARE(heard, 1);
+        QCOMPARE(places.size(), 2);
+    }
+
+    void picture_box_is_pressed_by_the_space_bar()
+    {
+        PictureBox box({QSize(24, 24), [](QPainter&, const QRectF&) {}});
+        box.setFocusPolicy(Qt::StrongFocus);
+        box.show();
+        box.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&box));
+        box.clearFocus();
+        const QImage without = box.grab().toImage();
+        box.setFocus();
+        QVERIFY(box.grab().toImage() != without);
+        const QSignalSpy clicks(&box, &PictureBox::Click);
+        QTest::keyClick(&box, Qt::Key_Space);
+        QCOMPARE(clicks.size(), 1);
+        QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Space, {}, u" "_s, true);
+        QApplication::sendEvent(&box, &repeat);
+        QCOMPARE(clicks.size(), 1);
+        QTest::keyClick(&box, Qt::Key_Return);
+        QTest::keyClick(&box, Qt::Key_A);
+        QCOMPARE(clicks.size(), 1);
+    }
+
+    void picture_box_may_end_in_its_own_handler()
+    {
+        auto* box = new PictureBox({});
+        const QPointer<PictureBox> alive(box);
+        box->resize(40, 40);
+        connect(box, &PictureBox::MouseUp, this, [box] { delete box; });
+        box->show();
+        QTest::mouseClick(box->windowHandle(), Qt::LeftButton, {}, QPoint(5, 5));
+        QVERIFY(alive.isNull());
+    }
+
+    void an_icon_is_a_picture_again()
+    {
+        const auto red = [](QPainter& painter, const QRectF& rect) { painter.fillRect(rect, Qt::red); };
+        const Picture picture = picture_of(icon_of({QSize(24, 24), red}), QSize(24, 24));
+        QCOMPARE(picture.size, QSize(24, 24));
+        const PictureBox box(picture);
+        QImage shown(48, 48, QImage::Format_ARGB32);
+        shown.setDevicePixelRatio(2);
+        shown.fill(Qt::white);
+        QPainter painter(&shown);
+        picture.draw(painter, QRectF(0, 0, 24, 24));
+        painter.end();
+        QCOMPARE(shown.pixelColor(1, 1), QColor(Qt::red));
+        QCOMPARE(shown.pixelColor(46, 46), QColor(Qt::red));
     }
 
     // Toolbar

@@ -228,6 +228,67 @@ private Q_SLOTS:
         QTest::mouseRelease(host.windowHandle(), Qt::RightButton, {}, outside);
     }
 
+    void a_press_lasts_until_its_release_data()
+    {
+        QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<bool>("held");
+        const auto row = [](const char* name, const QStringList& steps, bool held) {
+            QTest::newRow(name) << steps << held;
+        };
+        row("at rest", {}, false);
+        row("the mouse over it", {u"move inside"_s}, false);
+        row("pressed", {u"press"_s}, true);
+        row("pressed and moved", {u"press"_s, u"move inside"_s}, true);
+        row("released", {u"press"_s, u"release"_s}, false);
+        row("slid off", {u"press"_s, u"move outside"_s}, true);
+        row("slid off and come back", {u"press"_s, u"move outside"_s, u"move inside"_s}, true);
+        row("slid off and released there", {u"press"_s, u"move outside"_s, u"release outside"_s}, false);
+        row("pressed by the right button", {u"right press"_s}, true);
+        row("released by the right button", {u"right press"_s, u"right release"_s}, false);
+        row("pressed by two, released by one", {u"press"_s, u"right press"_s, u"release"_s}, true);
+        row("pressed by two, released by the other", {u"press"_s, u"right press"_s, u"right release"_s}, true);
+        row("pressed by two, released by both", {u"press"_s, u"middle press"_s, u"middle release"_s, u"release"_s},
+            false);
+        row("pressed beside it", {u"press outside"_s, u"move inside"_s}, false);
+        row("double clicked", {u"double click"_s}, false);
+        row("pressed by the space bar", {u"space"_s}, false);
+        row("hidden meanwhile", {u"press"_s, u"hide and show"_s}, false);
+        row("disabled meanwhile", {u"press"_s, u"disable"_s}, false);
+    }
+
+    void a_press_lasts_until_its_release()
+    {
+        QFETCH(const QStringList, steps);
+        Host host;
+        for (const QString& step : steps)
+            host.step(step);
+        QTEST(host.button->is_held(), "held");
+        for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
+            QTest::mouseRelease(host.windowHandle(), button, {}, outside);
+        QVERIFY(!host.button->is_held());
+    }
+
+    void the_second_press_of_a_double_click_lasts_as_well()
+    {
+        Host host;
+        bool held = false;
+        connect(host.button, &UsrButton::DblClick, this, [&] { held = host.button->is_held(); });
+        host.step(u"double click"_s);
+        QVERIFY(held);
+    }
+
+    void a_dialog_ends_the_press()
+    {
+        Host host;
+        host.step(u"press"_s);
+        QWidget dialog;
+        dialog.setWindowModality(Qt::ApplicationModal);
+        dialog.show();
+        QVERIFY(!host.button->is_held());
+        dialog.close();
+        QTest::mouseRelease(host.windowHandle(), Qt::LeftButton, {}, outside);
+    }
+
     void places_are_told_in_twips()
     {
         Host host;
