@@ -225,18 +225,21 @@ int samples_per_frame(int rate)
 QByteArray tone_audio(const ToneAudio& audio)
 {
     const std::optional<Format> format = format_of(audio);
-    if (!format || audio.kilobits.empty())
+    const bool is_free = audio.free_bytes > 0;
+    if (!format || (!is_free && audio.kilobits.empty()))
         return {};
     QByteArray bytes;
     FrameLengths lengths(audio.rate);
     for (int frame = 0; frame < audio.frames; ++frame) {
-        const int kilobits = audio.kilobits.at(static_cast<std::size_t>(frame) % audio.kilobits.size());
-        const bool is_free = audio.free_bytes > 0;
-        const std::optional<unsigned> index = is_free ? 0 : kilobits_index(*format, kilobits);
+        std::optional<unsigned> index = 0;
+        FrameLengths::Length length{.bytes = audio.free_bytes, .has_padding = false};
+        if (!is_free) {
+            const int kilobits = audio.kilobits.at(static_cast<std::size_t>(frame) % audio.kilobits.size());
+            index = kilobits_index(*format, kilobits);
+            length = lengths.next(kilobits);
+        }
         if (!index)
             return {};
-        const FrameLengths::Length length =
-            is_free ? FrameLengths::Length{.bytes = audio.free_bytes, .has_padding = false} : lengths.next(kilobits);
         const QByteArray header = header_of(audio, *format, *index, length.has_padding);
         const QByteArray content = header + body_of(audio, *format, header, frame);
         if (content.size() > length.bytes)

@@ -14,8 +14,8 @@ struct Tone
     int gain = 0; ///< the loudness, 0 to 210; see tone_amplitude
 };
 
-/// The peak of a tone's samples: 1, which is full scale, for a gain of 210, and 1.5 dB less for each one below. It
-/// holds exactly but for steps next to a multiple of 18, which waver by up to a tenth.
+/// The peak of a tone's samples: 1, which is full scale, for a gain of 210, and 1.5 dB less for each one below. Steps
+/// next to a multiple of 18 waver round it by up to a tenth.
 double tone_amplitude(int gain);
 
 enum class ToneMode
@@ -26,8 +26,9 @@ enum class ToneMode
     mono,
 };
 
-/// Audio as it should be made. A new tone sets in half way 528 samples behind the beginning of its frame, which is the
-/// delay of every Layer III decoder; a tone that goes on in the next frame is steady.
+/// Audio as it should be made. A tone that goes on in the next frame is steady. A new one has half its power 528
+/// samples behind the beginning of its frame, which is the delay of every Layer III decoder (some 50 more for a step
+/// that is a multiple of 18).
 struct ToneAudio
 {
     int frames = 40;                   ///< each samples_per_frame long
