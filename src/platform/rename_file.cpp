@@ -17,6 +17,8 @@ int error_of(int result)
 /// Whether both paths are spellings of one and the same folder entry, as on a file system that ignores case.
 bool are_one_entry(const QByteArray& a, const QByteArray& b)
 {
+    if (a == b)
+        return true;
     struct stat status_a
     {
     };
@@ -24,7 +26,8 @@ bool are_one_entry(const QByteArray& a, const QByteArray& b)
     {
     };
     return lstat(a.constData(), &status_a) == 0 && lstat(b.constData(), &status_b) == 0 &&
-           status_a.st_dev == status_b.st_dev && status_a.st_ino == status_b.st_ino && status_a.st_nlink == 1;
+           status_a.st_dev == status_b.st_dev && status_a.st_ino == status_b.st_ino &&
+           (status_a.st_nlink == 1 || S_ISDIR(status_a.st_mode));
 }
 
 bool is_free(const QByteArray& native)
