@@ -38,6 +38,33 @@ enum class Word
     sound_on, ///< the two states of the mute button
     sound_off,
 
+    button_yes, ///< the buttons of prompts, with their mnemonics
+    button_yes_to_all,
+    button_no,
+    button_no_to_all,
+    button_skip,
+
+    title_copying, ///< window titles of file operations under way
+    title_moving,
+    title_deleting,
+    title_renaming,
+    progress_amount, ///< "%1 of %2": the bytes done and all bytes, with their units
+    progress_cancelling,
+
+    title_replace, ///< window titles of the prompts of file operations
+    title_error,
+    title_trash,
+    title_delete,
+    ask_replace,       ///< the name of a file that stands in the way in place of %1
+    replace_here,      ///< heads the facts of that file
+    replace_with,      ///< heads the facts of the file that is to take its place
+    replace_newer,     ///< marks the newer one of the two
+    error_with,        ///< the path of what an error is about in place of %1; the reason follows
+    ask_trash_one,     ///< the name of the item in place of %1
+    ask_trash_several, ///< the number of the items in place of %1
+    ask_delete_one,
+    ask_delete_several,
+
     copy_of,          ///< name of a copy beside its source, whose name without ending stands in place of %1
     copy_of_numbered, ///< likewise, the number of the copy in place of %2
 

@@ -11,6 +11,10 @@ constexpr int FO_DELETE = 3;
 constexpr int FO_RENAME = 4;
 /// Deletions go to the trash, and the person is asked before anything is overwritten or deleted.
 constexpr int FOF_ALLOWUNDO = 64;
+/// What SHFileOperation gives when something was not done because of an error.
+constexpr int ERROR_GEN_FAILURE = 31;
+/// What SHFileOperation gives when the person cancelled, or said no to a deletion.
+constexpr int ERROR_CANCELLED = 1223;
 
 struct SHFILEOPSTRUCT
 {
@@ -22,5 +26,6 @@ struct SHFILEOPSTRUCT
 };
 
 /// Does a file operation with the prompts, and on longer work the progress and Cancel, that a person expects; returns
-/// when it is over. Gives 0 when all was done or passed over by the person's word, else another number.
+/// when it is over. Gives 0 when all was done or passed over by the person's word, or when there was nothing to do;
+/// else ERROR_CANCELLED or ERROR_GEN_FAILURE.
 int SHFileOperation(SHFILEOPSTRUCT& operation);

@@ -1,19 +1,16 @@
 #include "platform/controls/message_window.h"
 
 #include "platform/MsgBox.h"
+#include "platform/controls/display_text.h"
 #include "platform/own_words.h"
 
 #include <QApplication>
 #include <QMessageBox>
-#include <QTextBoundaryFinder>
 
 #include <cstdio>
 #include <cstdlib>
 
 namespace {
-
-constexpr int longest_run = 40; ///< letters of a word that fit into the box
-constexpr char16_t zero_width_space = 0x200b;
 
 struct ErrorWindow
 {
@@ -27,26 +24,10 @@ ErrorWindow& error_window()
     return window;
 }
 
-/// `text` with places to break it where a word, such as a long file name, would not fit into the box.
-QString breakable(const QString& text)
-{
-    QString result;
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-    int run = 0;
-    for (qsizetype start = 0, end = finder.toNextBoundary(); end > start; start = end, end = finder.toNextBoundary()) {
-        run = text.at(start).isSpace() ? 0 : run + 1;
-        if (run > longest_run) {
-            result += QChar(zero_width_space);
-            run = 1;
-        }
-        result += QStringView(text).mid(start, end - start);
-    }
-    return result;
-}
-
 void show_box(const QString& text, int /*style*/, const QString& title)
 {
-    QMessageBox box(QMessageBox::Information, title, breakable(text), QMessageBox::Ok, QApplication::activeWindow());
+    QMessageBox box(QMessageBox::Information, title, breakable_text(text), QMessageBox::Ok,
+                    QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     // Long work shows the wait cursor on every window, but this one waits for the person.
     QApplication::setOverrideCursor(Qt::ArrowCursor);
