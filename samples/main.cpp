@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int most_files = 100000;
+constexpr int seconds_of_longest_song = 32;
 
 struct Order
 {
@@ -23,7 +24,7 @@ struct Order
 /// What the arguments ask for; nothing where they can't be understood.
 std::optional<Order> order_of(std::span<char*> arguments)
 {
-    Order order;
+    Order order{.folder = {}, .collection = {.seconds = seconds_of_longest_song}};
     for (std::size_t place = 1; place < arguments.size(); ++place) {
         const QByteArray argument = arguments[place];
         if (argument == "--files" && place + 1 < arguments.size()) {

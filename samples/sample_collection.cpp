@@ -1,6 +1,7 @@
 #include "sample_collection.h"
 
 #include "sample_files.h"
+#include "sample_melody.h"
 
 #include <QString>
 #include <QStringList>
@@ -179,11 +180,18 @@ QByteArray tag_of(const Repertoire& repertoire, Kind kind, const Song& song, int
     return sample_tag(tag);
 }
 
-SampleAudio audio_of(int number, bool is_large)
+QByteArray audio_of(int number, const SampleCollection& collection)
 {
-    constexpr std::array<const char*, 3> headers = {"fffb9064", "fffb5464", "fffbb000"};
-    return {.frames = is_large ? 3 : 20 + number * 7 % 41,
-            .header = QByteArray::fromHex(headers.at(static_cast<std::size_t>(number) % headers.size()))};
+    constexpr int most_files_for_listening = 300;
+    static const std::array<ToneAudio, 3> kinds_of_audio = {
+        {{.rate = 44100, .kilobits = {128}, .mode = ToneMode::joint_stereo, .is_original = true},
+         {.rate = 48000, .kilobits = {64}, .mode = ToneMode::joint_stereo, .is_original = true},
+         {.rate = 44100, .kilobits = {192}}}};
+    ToneAudio audio = kinds_of_audio.at(static_cast<std::size_t>(number) % kinds_of_audio.size());
+    const int most_frames = collection.seconds * audio.rate / samples_per_frame(audio.rate);
+    audio.frames = collection.files > most_files_for_listening ? 3 : most_frames * (20 + number * 8 % 21) / 40;
+    audio.tone = sample_melody(number);
+    return tone_audio(audio);
 }
 
 /// Writes a file unless one is there; gives false when there is none afterwards. What could not be written whole goes.
@@ -219,7 +227,6 @@ QByteArray folder_name(int folder)
 
 bool write_sample_collection(const QByteArray& native, const SampleCollection& collection)
 {
-    constexpr int most_files_for_listening = 300;
     const auto& all = repertoires();
     bool is_whole = make_folder(native);
     for (int folder = 0; folder < collection.folders; ++folder)
@@ -233,8 +240,7 @@ bool write_sample_collection(const QByteArray& native, const SampleCollection& c
         const auto kind = static_cast<Kind>((place + folder * 5) % kinds);
         const Song song = song_of(repertoire, number);
         const QByteArray name = name_of(repertoire, kind, song, number, collection.broken_names);
-        const QByteArray content = sample_audio(audio_of(number, collection.files > most_files_for_listening)) +
-                                   tag_of(repertoire, kind, song, number);
+        const QByteArray content = audio_of(number, collection) + tag_of(repertoire, kind, song, number);
         is_whole = write_new_file(native + '/' + folder_name(folder) + '/' + name, content) && is_whole;
     }
     return is_whole;

@@ -18,14 +18,14 @@ constexpr qsizetype crc_bytes = 2;
 class BitWriter
 {
 public:
-    /// Appends the low `count` bits of `value`, the highest first.
+    /// Appends `value` as a number of `count` bits, the highest first.
     void put(unsigned value, unsigned count)
     {
-        for (unsigned bit = count; bit-- > 0; ++size_) {
-            if (size_ % 8 == 0)
-                bytes_ += '\0';
-            const unsigned shifted = (value >> bit & 1U) << (7U - size_ % 8U);
-            bytes_.back() = static_cast<char>(static_cast<unsigned char>(bytes_.back()) | shifted);
+        size_ += count;
+        bytes_.resize((size_ + 7) / 8, '\0');
+        for (unsigned place = size_ - 1; value != 0; value >>= 1U, --place) {
+            char& byte = bytes_[place / 8];
+            byte = static_cast<char>(static_cast<unsigned char>(byte) | (value & 1U) << (7U - place % 8));
         }
     }
     unsigned size() const { return size_; }

@@ -50,6 +50,7 @@ private Q_SLOTS:
     void text_in_code_pages();
     void collection_is_the_same_each_time();
     void collection_has_names_and_tags_of_all_kinds();
+    void songs_last_as_long_as_asked();
     void collection_without_broken_names();
     void collection_grows_without_two_names_alike();
     void files_that_are_there_stay();
@@ -191,6 +192,27 @@ void TestSampleFiles::collection_has_names_and_tags_of_all_kinds()
           u"capitals"_s, u"small letters"_s, u"tag"_s,      u"no tag"_s,   u"no artist"_s, u"artist"_s,
           u"blanks"_s,   u"NULs"_s,          u"too long"_s, u"short"_s})
         QVERIFY2(kinds[kind] > 0, qPrintable(kind));
+}
+
+void TestSampleFiles::songs_last_as_long_as_asked()
+{
+    const TestDisk disk;
+    constexpr int seconds = 4;
+    QVERIFY(write_sample_collection(disk.root(), {.files = 21, .folders = 1, .seconds = seconds}));
+
+    std::map<int, int> lengths;
+    for (const auto& [path, content] : files_below(disk.root())) {
+        const QByteArray song = QByteArray::fromStdString(content);
+        const int tag = song.last(128).startsWith("TAG") ? 128 : 0;
+        const std::map<int, int> bytes_per_second = {{0x90, 16000}, {0x54, 8000}, {0xB0, 24000}};
+        const auto rate = bytes_per_second.find(bits(song, 2, 0, 0xFD));
+        QVERIFY(rate != bytes_per_second.end());
+        ++lengths[static_cast<int>(10 * (song.size() - tag) / rate->second)];
+    }
+    QVERIFY(lengths.begin()->first >= 10 * seconds / 2 - 1);
+    QVERIFY(lengths.rbegin()->first <= 10 * seconds);
+    QVERIFY(lengths.rbegin()->first >= 10 * seconds - 2);
+    QVERIFY(lengths.size() > 10);
 }
 
 void TestSampleFiles::collection_without_broken_names()

@@ -1,3 +1,4 @@
+#include "sample_melody.h"
 #include "sample_tones.h"
 #include "test_main.h"
 
@@ -6,11 +7,13 @@
 
 #include <mpg123.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <memory>
 #include <numbers>
 #include <numeric>
+#include <set>
 #include <span>
 #include <vector>
 
@@ -115,6 +118,7 @@ private Q_SLOTS:
     void every_step_sounds();
     void four_steps_of_gain_double_the_peak();
     void tone_may_change_with_each_frame();
+    void melodies_differ_and_are_quiet();
     void bit_rates_are_exact_data();
     void bit_rates_are_exact();
     void variable_bit_rate_data();
@@ -194,12 +198,12 @@ void TestSampleTones::four_steps_of_gain_double_the_peak()
     constexpr int frames_each = 4;
     const Sound sound =
         decoded(tone_audio({.frames = 21 * frames_each, .mode = ToneMode::mono, .tone = [](int frame, int) {
-                                return Tone{.step = 26, .gain = frame / frames_each * 10};
+                                return Tone{.step = 26, .gain = 110 + frame / frames_each * 5};
                             }}));
     QCOMPARE(tone_amplitude(210), 1.0);
     QCOMPARE(tone_amplitude(206), 0.5);
-    for (int gain = 100; gain < 210; gain += 10) {
-        const int place = gain / 10 * frames_each + 2;
+    for (int gain = 110; gain <= 210; gain += 5) {
+        const int place = (gain - 110) / 5 * frames_each + 2;
         QVERIFY(is_near(loudness(sound, 0, 26, std::int64_t{1152} * place, 1152).step, tone_amplitude(gain), 0.001));
     }
 }
@@ -218,6 +222,23 @@ void TestSampleTones::tone_may_change_with_each_frame()
     QVERIFY(is_near(loud_at(6 * 1152 + 528 + 576), tone_amplitude(190), 0.01));
     QVERIFY(loud_at(6 * 1152) < 0.02 * half);
     QVERIFY(loud_at(8 * 1152) < 0.02 * half);
+}
+
+void TestSampleTones::melodies_differ_and_are_quiet()
+{
+    constexpr int songs = 60;
+    constexpr int frames = 400;
+    std::set<QByteArray> melodies;
+    for (int number = 0; number < songs; ++number)
+        melodies.insert(tone_audio({.frames = frames, .kilobits = {32}, .tone = sample_melody(number)}));
+    QCOMPARE(melodies.size(), std::size_t(songs));
+    QVERIFY(!melodies.contains(QByteArray()));
+
+    const Sound sound = decoded(tone_audio({.frames = frames, .mode = ToneMode::mono, .tone = sample_melody(0)}));
+    const auto [lowest, highest] = std::ranges::minmax_element(sound.samples);
+    QVERIFY(*lowest > -0.1 && *highest < 0.1);
+    for (int frame = 1; frame < frames; ++frame)
+        QVERIFY(loudness(sound, 0, 0, std::int64_t{1152} * frame, 1152).all > 0.01);
 }
 
 void TestSampleTones::bit_rates_are_exact_data()
