@@ -93,7 +93,7 @@ bool same_sound(const Sound& one, const Sound& other)
 
 std::ptrdiff_t place_of(const Sound& part, const Sound& sound)
 {
-    const auto found = std::ranges::search(sound, part, is_near);
+    const auto found = std::ranges::find_end(sound, part, is_near);
     return found.empty() ? -1 : (found.begin() - sound.begin()) / channels;
 }
 

@@ -54,7 +54,7 @@ Sound rest_of(Decoder& decoder);
 Sound sound_of(const QString& path);
 /// Whether both are the same, but for the last bits: those depend on where decoding began.
 bool same_sound(const Sound& one, const Sound& other);
-/// The sample of `sound` from which on it is `part`, that many samples long; -1 when it is nowhere.
+/// The last sample of `sound` from which on it is `part`, to the length of that; -1 when there is none.
 std::ptrdiff_t place_of(const Sound& part, const Sound& sound);
 /// Samples of `sound` from `first` on, `count` of them or all.
 Sound cut(const Sound& sound, std::ptrdiff_t first, std::ptrdiff_t count = -1);
