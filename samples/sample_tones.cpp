@@ -64,7 +64,7 @@ std::optional<unsigned> kilobits_index(const Format& format, int kilobits)
 {
     const auto& table = format.is_mpeg_1 ? kilobits_1 : kilobits_2;
     const auto* const place = std::ranges::find(table, kilobits);
-    if (kilobits <= 0 || place == table.end())
+    if (place == table.end())
         return std::nullopt;
     return static_cast<unsigned>(place - table.begin());
 }

@@ -404,6 +404,9 @@ void TestSampleTones::check_sum_is_right()
              QByteArray("fffa90c0d0bf"));
     QCOMPARE(tone_audio({.frames = 1, .rate = 22050, .kilobits = {64}, .has_crc = true}).first(6).toHex(),
              QByteArray("fff28000981b"));
+    // The information begins where the last two bytes of the side information stand, with "Xi".
+    QCOMPARE(tone_info_frame({.mode = ToneMode::mono, .has_crc = true}, {}).first(6).toHex(),
+             QByteArray("fffa10c0bdf0"));
 }
 
 void TestSampleTones::tag_in_front_is_passed_over_data()
