@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int facts_width = 200; ///< logical pixels
+constexpr int gap = 12;          ///< logical pixels between icon, question, facts and buttons
 
 QLabel* new_label(const QString& name, const QString& text, QWidget* parent)
 {
@@ -30,7 +31,7 @@ QLabel* new_label(const QString& name, const QString& text, QWidget* parent)
 void set_text_colour(QLabel* label, const QColor& colour)
 {
     QPalette colours = label->palette();
-    colours.setColor(QPalette::WindowText, colour);
+    colours.setColor(label->foregroundRole(), colour);
     label->setPalette(colours);
 }
 
@@ -98,6 +99,7 @@ OverwriteDialog::OverwriteDialog(const FileFacts& source, const FileFacts& targe
     grid->addWidget(new_facts(u"Facts_target"_s, Word::replace_here, target, target_is_newer, this), 1, 1);
     grid->addWidget(new_facts(u"Facts_source"_s, Word::replace_with, source, source_is_newer, this), 1, 2);
     grid->addWidget(new_buttons(), 2, 0, 1, 3);
+    grid->setSpacing(gap);
     grid->setSizeConstraint(QLayout::SetFixedSize);
 }
 

@@ -5,8 +5,6 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 
-class QGridLayout;
-
 /// Asks whether a file may take another's place, and shows what is known of both. The result is the button pressed, as
 /// QDialogButtonBox numbers it; 0 is Esc or the close box, as good as Cancel.
 class OverwriteDialog : public QDialog
