@@ -26,10 +26,11 @@ KnobSlider::KnobSlider(Placed<PictureBox>& knob, const Placed<PictureBox>& track
 
 void KnobSlider::main_ctl_move(float x)
 {
-    if (knob_.Left() > x)
-        knob_.set_Left(rounded<i32>(x));
-    else if (knob_.Left() + knob_.Width() < x)
-        knob_.set_Left(rounded<i32>(x - knob_.Width()));
+    const double clicked = x;
+    if (knob_.Left() > clicked)
+        knob_.set_Left(rounded<i32>(clicked));
+    else if (knob_.Left() + knob_.Width() < clicked)
+        knob_.set_Left(rounded<i32>(clicked - knob_.Width()));
     knob_.set_Top(0);
     track_pressed();
 }
@@ -42,7 +43,7 @@ void KnobSlider::mouse_down(float x)
 
 KnobSlider::Reached KnobSlider::follow(float x)
 {
-    const float n = knob_.Left() + x - down_x_;
+    const double n = knob_.Left() + double{x} - double{down_x_};
     Reached reached = Reached::between;
     if (n < 0) {
         knob_.set_Left(0);

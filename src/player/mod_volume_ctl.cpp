@@ -55,7 +55,7 @@ i32 folded_level(double doubled)
 
 void set_wave_volume(i16 percent)
 {
-    const i16 word = checked<i16>(percent * word_for_each_percent);
+    const i16 word = checked<i16>(std::int64_t{percent} * word_for_each_percent);
     const i32 words = checked<i32>(std::int64_t{word} * both_words);
     shared.volume_word = folded_level(2.0 * words);
     waveOutSetVolume(0, shared.volume_word);
