@@ -47,6 +47,9 @@ constexpr auto words = std::to_array<WordTexts>({
 
     {Word::sound_on, {u"Sound on", u"소리 켜짐", u"Ton an"}},
     {Word::sound_off, {u"Muted", u"음소거됨", u"Stumm"}},
+    {Word::no_audio_device,
+     {u"There is no sound device: music plays silently", u"사운드 장치가 없어 소리 없이 재생합니다",
+      u"Kein Audiogerät gefunden: Musik läuft ohne Ton"}},
 
     {Word::button_yes, {u"&Yes", u"예(&Y)", u"&Ja"}},
     {Word::button_yes_to_all, {u"Yes to &All", u"모두 예(&A)", u"Ja, &alle"}},

@@ -37,6 +37,7 @@ enum class Word
 
     sound_on, ///< the two states of the mute button
     sound_off,
+    no_audio_device,
 
     button_yes, ///< the buttons of prompts, with their mnemonics
     button_yes_to_all,
