@@ -50,7 +50,6 @@ private Q_SLOTS:
     void unsynced_copy_keeps_the_source();
     void cancel_leaves_each_source_whole_on_one_side();
     void source_that_cannot_be_deleted_is_told();
-    void five_thousand_files_cross_disks();
     void renames_data();
     void renames();
     void rename_never_replaces();
@@ -309,22 +308,6 @@ void TestFileOperationMove::source_that_cannot_be_deleted_is_told()
     QCOMPARE(guide.take(), QStringList{error_text(u"C:\\f\\a"_s, EACCES) + u" ..."_s});
     QCOMPARE(tree_of(disks.root()), (QByteArrayList{"f/", "f/a = a"}));
     QCOMPARE(tree_of(disks.native(u"D:\\"_s)), (QByteArrayList{"a = a", "b = b"}));
-}
-
-void TestFileOperationMove::five_thousand_files_cross_disks()
-{
-    const TwoDisks disks;
-    disks.make_folder(u"C:\\from"_s);
-    QStringList sources;
-    for (int i = 0; i < 5000; ++i) {
-        sources.append(u"C:\\from\\%1"_s.arg(i));
-        write_native(disks.native(sources.last()), QByteArray::number(i));
-    }
-    const QByteArrayList before = tree_of(disks.native(u"C:\\from"_s));
-    ScriptedGuide guide;
-    QVERIFY(is_done(move(sources, u"D:\\"_s, guide)));
-    QCOMPARE(tree_of(disks.native(u"D:\\"_s)), before);
-    QCOMPARE(tree_of(disks.root()), QByteArrayList{"from/"});
 }
 
 void TestFileOperationMove::renames_data()

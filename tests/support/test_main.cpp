@@ -9,7 +9,7 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <system_error>
 
 using namespace Qt::StringLiterals;
@@ -79,7 +79,9 @@ QByteArray TestDisk::read(const QString& program_path) const
     std::ifstream file(native(program_path).toStdString(), std::ios::binary);
     if (!file)
         return {};
-    return QByteArray::fromStdString({std::istreambuf_iterator<char>(file), {}});
+    std::ostringstream content;
+    content << file.rdbuf();
+    return QByteArray::fromStdString(content.str());
 }
 
 bool TestDisk::exists(const QString& program_path) const
