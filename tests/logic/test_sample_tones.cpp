@@ -212,16 +212,17 @@ void TestSampleTones::tone_may_change_with_each_frame()
 {
     // Half of the power is 1 / sqrt(2) of the amplitude.
     constexpr int step = 135;
+    constexpr std::int64_t frame_length = 1152;
     const Sound sound = decoded(tone_audio({.frames = 12, .mode = ToneMode::mono, .tone = [](int frame, int) {
                                                 return Tone{.step = frame == 6 ? step : 0, .gain = 190};
                                             }}));
     const double half = tone_amplitude(190) * std::numbers::sqrt2 / 2;
     const auto loud_at = [&sound](std::int64_t place) { return loudness(sound, 0, step, place - 32, 64).step; };
-    for (const std::int64_t border : {6 * 1152 + 528, 7 * 1152 + 528})
+    for (const std::int64_t border : {6 * frame_length + 528, 7 * frame_length + 528})
         QVERIFY2(is_near(loud_at(border), half, 0.02), qPrintable(QString::number(loud_at(border) / half)));
-    QVERIFY(is_near(loud_at(6 * 1152 + 528 + 576), tone_amplitude(190), 0.01));
-    QVERIFY(loud_at(6 * 1152) < 0.02 * half);
-    QVERIFY(loud_at(8 * 1152) < 0.02 * half);
+    QVERIFY(is_near(loud_at(6 * frame_length + 528 + 576), tone_amplitude(190), 0.01));
+    QVERIFY(loud_at(6 * frame_length) < 0.02 * half);
+    QVERIFY(loud_at(8 * frame_length) < 0.02 * half);
 }
 
 void TestSampleTones::melodies_differ_and_are_quiet()
