@@ -125,6 +125,13 @@ Placed<QLabel> word_label(QWidget& form, const QString& name, const QString& tex
     return placed(*label, name, text, left, top, width, to_twips(20));
 }
 
+QTimer* new_timer(QWidget& form, const QString& name)
+{
+    auto* timer = new QTimer(&form);
+    timer->setObjectName(name);
+    return timer;
+}
+
 } // namespace
 
 MainControls::MainControls(QWidget& form)
@@ -254,8 +261,10 @@ void MainControls::create_player(QWidget& form)
     create_transport(*ground);
     create_volume(*ground);
 
-    Timer_of_text_scroll = new QTimer(&form);
-    Timer_of_text_scroll->setObjectName(u"Timer_of_text_scroll"_s);
+    UpdatePos = new_timer(form, u"UpdatePos"_s);
+    Timer_mp3_back = new_timer(form, u"Timer_mp3_back"_s);
+    Timer_mp3_front = new_timer(form, u"Timer_mp3_front"_s);
+    Timer_of_text_scroll = new_timer(form, u"Timer_of_text_scroll"_s);
 }
 
 void MainControls::create_title_line(QWidget& ground)
@@ -330,10 +339,26 @@ void MainControls::create_volume(QWidget& ground)
 void MainControls::set_tab_order() const
 {
     QWidget* previous = &*cmd_select_all;
-    for (QWidget* next : std::initializer_list<QWidget*>{
-             &*cmdRemove, &*Change_all, &*cmdBurn, &*tvTreeView, &*lvListView, &*txtFilename, &*txtArtist, &*txtTitle,
-             &*cboGenre, &*txtGenre, &*Label_filesize, &*cmdSave, &*label_title_of_player, &*ReBtn, &*backBtn,
-             &*PlayBtn, &*StopBtn, &*frontBtn, &*FastBtn}) {
+    for (QWidget* next : std::initializer_list<QWidget*>{&*cmdRemove,
+                                                         &*Change_all,
+                                                         &*cmdBurn,
+                                                         &*tvTreeView,
+                                                         &*lvListView,
+                                                         &*txtFilename,
+                                                         &*txtArtist,
+                                                         &*txtTitle,
+                                                         &*cboGenre,
+                                                         &*txtGenre,
+                                                         &*Label_filesize,
+                                                         &*cmdSave,
+                                                         &*label_title_of_player,
+                                                         &*ReBtn,
+                                                         &*backBtn,
+                                                         &*PlayBtn,
+                                                         &*StopBtn,
+                                                         &*frontBtn,
+                                                         &*FastBtn,
+                                                         &*muteBtn}) {
         QWidget::setTabOrder(previous, next);
         previous = next;
     }

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/controls/Placed.h"
 #include "frame/SplitterGrip.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/ImageList.h"
 #include "platform/controls/ListView.h"
 #include "platform/controls/PictureBox.h"
+#include "platform/controls/Placed.h"
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/TextBox.h"
 #include "platform/controls/Toolbar.h"
@@ -33,6 +33,9 @@ public:
 
     Toolbar* main_toolbar = nullptr;
     StatusBar* StatusBar1 = nullptr; ///< panels: files of the folder, their megabytes, the final list's total
+    QTimer* UpdatePos = nullptr;     ///< the player's poll
+    QTimer* Timer_mp3_back = nullptr;
+    QTimer* Timer_mp3_front = nullptr;
     QTimer* Timer_of_text_scroll = nullptr;
 
     Placed<PictureBox> Picture_top_back;

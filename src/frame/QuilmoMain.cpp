@@ -10,7 +10,9 @@
 #include "mp3/cIDV3.h"
 #include "platform/controls/ShellExecute.h"
 #include "platform/controls/message_window.h"
+#include "platform/own_words.h"
 #include "platform/twips.h"
+#include "player/mod_volume_ctl.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -25,7 +27,6 @@ namespace {
 
 constexpr QMargins form_margins(8, 8, 4, 8); ///< the panes leave 4 pixels at their right by themselves
 constexpr i32 disc_megabytes = 650;
-constexpr int scroll_milliseconds = 350;
 constexpr QSize large_screen(1024, 768);
 
 } // namespace
@@ -37,6 +38,25 @@ QuilmoMain::QuilmoMain()
       layout_(controls_, [this](int width, int height) { set_form_size(width, height); }),
       hover_(controls_),
       detail_boxes_(controls_),
+      title_(controls_.label_title_of_player, *controls_.Timer_of_text_scroll, *this),
+      playback_({.Player = player_,
+                 .lvListView = *controls_.lvListView,
+                 .title = title_,
+                 .CurrentTime = *controls_.CurrentTime,
+                 .TotalTime = *controls_.TotalTime,
+                 .play_index_button = controls_.play_index_button,
+                 .Picture_back_play_index = controls_.Picture_back_play_index,
+                 .volume_button = controls_.volume_button,
+                 .Picture_back_volume = controls_.Picture_back_volume,
+                 .backBtn = *controls_.backBtn,
+                 .frontBtn = *controls_.frontBtn,
+                 .UpdatePos = *controls_.UpdatePos,
+                 .Timer_mp3_back = *controls_.Timer_mp3_back,
+                 .Timer_mp3_front = *controls_.Timer_mp3_front}),
+      steps_(*controls_.lvListView, playback_),
+      volume_bar_(controls_.volume_button, controls_.Picture_back_volume),
+      position_bar_(controls_.play_index_button, controls_.Picture_back_play_index, player_),
+      mute_(controls_.muteBtn, controls_.ImageList_mute, controls_.volume_button, controls_.Picture_back_volume),
       tree_(*controls_.tvTreeView),
       picks_(*controls_.lvListView, *controls_.StatusBar1,
              {.selected_tree_key = [this] { return tree_.selected_key(); },
@@ -49,7 +69,7 @@ QuilmoMain::QuilmoMain()
                         .cboGenre = *controls_.cboGenre},
              .txtFilename = *controls_.txtFilename,
              .lvListView = *controls_.lvListView,
-             .transport = player_,
+             .transport = playback_,
              .selected_tree_key = [this] { return tree_.selected_key(); },
              .click_row = [this](int index) { list_.ItemClick(index); },
              .refresh_all = [this] { tree_.refresh_all(); }})
@@ -57,6 +77,7 @@ QuilmoMain::QuilmoMain()
     build_window();
     connect_panes();
     connect_buttons();
+    connect_player();
     connect_menus();
     connect_toolbar();
     connect_focus();
@@ -105,7 +126,7 @@ void QuilmoMain::Load()
     set_list_view(ListView::ViewMode::report);
     id3().init_FillComboGenre(*controls_.cboGenre);
     shared.cd_capacity_mb = disc_megabytes;
-    prepare_title_scroller();
+    title_.prepare();
     picks_.show_final_total();
     shared.is_muted = 0;
     controls_.volume_button.set_Height(controls_.Picture_back_volume.Height());
@@ -115,7 +136,7 @@ void QuilmoMain::Load()
     shared.enter_saves = 0;
     shared.is_playing = 0;
     read_settings();
-    restore_volume();
+    restore_volume(controls_.volume_button, controls_.Picture_back_volume);
     show_genre_controls(*controls_.cboGenre, *controls_.txtGenre, shared.genre_type, shared.fif_type);
 }
 
@@ -126,19 +147,6 @@ void QuilmoMain::keep_minimum_size()
     form_->setMinimumSize(to_pixels(shared.min_form_width), to_pixels(shared.min_form_height));
 }
 
-void QuilmoMain::prepare_title_scroller()
-{
-    controls_.Timer_of_text_scroll->setInterval(scroll_milliseconds);
-    controls_.Timer_of_text_scroll->stop();
-    controls_.label_title_of_player.set_Height(to_twips(fontMetrics().height()));
-}
-
-void QuilmoMain::restore_volume()
-{
-    const int room = controls_.Picture_back_volume.Width() - controls_.volume_button.Width();
-    controls_.volume_button.set_Left(rounded<i32>(room / 100.0 * shared.vol_type));
-}
-
 // A dialog that is open ends where it was opened, once its handlers have returned.
 void QuilmoMain::Unload()
 {
@@ -146,6 +154,9 @@ void QuilmoMain::Unload()
         dialog->close();
     player_.Stop();
     write_settings();
+    for (QTimer* timer :
+         {controls_.UpdatePos, controls_.Timer_mp3_back, controls_.Timer_mp3_front, controls_.Timer_of_text_scroll})
+        timer->stop(); // a window that is gone plays no further track
 }
 
 void QuilmoMain::closeEvent(QCloseEvent* event)
@@ -169,6 +180,24 @@ void QuilmoMain::connect_buttons()
     connect(&*controls_.cmdRemove, &UsrButton::Click, &picks_, guarded([this] { picks_.cmdRemove_Click(); }));
     connect(&*controls_.Change_all, &UsrButton::Click, &picks_, guarded([this] { picks_.Change_all_Click(); }));
     connect(&*controls_.cmdSave, &UsrButton::Click, &hover_, guarded([this] { save_.cmdSave_Click(); }));
+}
+
+void QuilmoMain::connect_player()
+{
+    const auto plays_on_click = [this](const Placed<UsrButton>& button, auto handler) {
+        connect(&*button, &UsrButton::Click, &playback_, guarded(handler));
+    };
+    plays_on_click(controls_.PlayBtn, [this] { playback_.PlayBtn_Click(); });
+    plays_on_click(controls_.StopBtn, [this] { playback_.StopBtn_Click(); });
+    plays_on_click(controls_.backBtn, [this] { playback_.backBtn_Click(); });
+    plays_on_click(controls_.frontBtn, [this] { playback_.frontBtn_Click(); });
+    plays_on_click(controls_.FastBtn, [this] { steps_.FastBtn_Click(); });
+    plays_on_click(controls_.ReBtn, [this] { steps_.ReBtn_Click(); });
+    connect(&playback_, &Playback::track_ended, &playback_, [this] { steps_.FastBtn_Click(); });
+    connect(&list_, &FileList::play_wanted, &playback_, guarded([this] { playback_.PlayBtn_Click(); }));
+    connect(&*controls_.Picture_mp3_back, &PictureBox::MouseMove, &mute_, &MuteButton::take_mouse_away);
+    connect(&player_, &MediaPlayer::no_audio_device, this, &QuilmoMain::tell_no_audio_device,
+            Qt::ConnectionType(Qt::AutoConnection | Qt::SingleShotConnection));
 }
 
 void QuilmoMain::connect_menus()
@@ -261,7 +290,7 @@ void QuilmoMain::set_form_size(int width, int height)
 void QuilmoMain::show_final_list()
 {
     final_list_dialog_ =
-        std::make_unique<FIF_convert>(player_,
+        std::make_unique<FIF_convert>(playback_,
                                       FIF_convert::Surroundings{.refresh_all = [this] { tree_.refresh_all(); },
                                                                 .small_icons = controls_.ImageList_listView},
                                       this);
@@ -274,7 +303,7 @@ void QuilmoMain::show_final_list()
 void QuilmoMain::show_single_edit()
 {
     Chang_FIF edit(
-        player_,
+        playback_,
         {.refresh_all = [this] { tree_.refresh_all(); }, .Fill_list = [this] { final_list_dialog_->Fill_list(); }},
         final_list_dialog_.get());
     edit.exec();
@@ -282,7 +311,7 @@ void QuilmoMain::show_single_edit()
 
 void QuilmoMain::show_auto_convert()
 {
-    FIF_Auto_Convert dialog(player_,
+    FIF_Auto_Convert dialog(playback_,
                             {.lvListView = *controls_.lvListView,
                              .small_icons = controls_.ImageList_listView,
                              .refresh_all = [this] { tree_.refresh_all(); }},
@@ -299,6 +328,13 @@ void QuilmoMain::show_list_menu(bool on_row)
     const int row = list.SelectedItem();
     const bool at_mouse = row == 0 || list.rect().contains(mouse);
     menus_.mnu_ListView().popup(list.mapToGlobal(at_mouse ? mouse : list.row_rect(row).bottomLeft()));
+}
+
+void QuilmoMain::tell_no_audio_device()
+{
+    const QString text = own_word(Word::no_audio_device);
+    controls_.muteBtn->setToolTip(text);
+    controls_.StatusBar1->show_notice(text);
 }
 
 // The box shows the row's key, so a row renamed in place shows its old name here until the next fill, on purpose.

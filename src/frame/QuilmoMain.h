@@ -8,8 +8,14 @@
 #include "frame/Layout.h"
 #include "frame/MainControls.h"
 #include "frame/MainMenus.h"
-#include "frame/SilentTransport.h"
 #include "frame/hover.h"
+#include "platform/media_player/MediaPlayer.h"
+#include "player/MuteButton.h"
+#include "player/Playback.h"
+#include "player/TitleScroller.h"
+#include "player/TrackSteps.h"
+#include "player/ctl_slider.h"
+#include "player/ctl_slider2.h"
 #include "selection/Picks.h"
 
 #include <QMainWindow>
@@ -34,12 +40,11 @@ private:
     void build_window();
     void Load();
     void keep_minimum_size();
-    void prepare_title_scroller();
-    void restore_volume();
     void Unload();
 
     void connect_panes();
     void connect_buttons();
+    void connect_player();
     void connect_menus();
     void connect_toolbar();
     void connect_focus();
@@ -52,6 +57,7 @@ private:
     void show_single_edit();
     void show_auto_convert();
     void show_list_menu(bool on_row);
+    void tell_no_audio_device();
     void bring_filename_back();
     bool KeyDown(int key);
 
@@ -61,7 +67,13 @@ private:
     Layout layout_;
     HoverRows hover_;
     DetailBoxes detail_boxes_;
-    SilentTransport player_;
+    MediaPlayer player_;
+    TitleScroller title_;
+    Playback playback_;
+    TrackSteps steps_;
+    ctl_slider volume_bar_;
+    ctl_slider2 position_bar_;
+    MuteButton mute_;
     FolderTree tree_;
     Picks picks_;
     FileList list_;
