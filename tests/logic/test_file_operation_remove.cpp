@@ -173,6 +173,13 @@ void TestFileOperationRemove::trash_is_made_for_the_user_alone()
     QVERIFY(is_done(remove({u"C:\\a"_s}, guide)));
     for (const QByteArray& folder : {trash(), trash() + "/files", trash() + "/info", data()})
         QCOMPARE(status_at(folder).st_mode & 07777, 0700U);
+
+    // The volume of the user's home needs no second one.
+    disks.write(u"C:\\b"_s, "b");
+    FileCalls calls = FileCalls::of_this_machine();
+    calls.volume_root = [root = disks.root()](const QByteArray&) { return root; };
+    QVERIFY(is_done(remove({u"C:\\b"_s}, guide, calls)));
+    QCOMPARE(tree_of(disks.root()), QByteArrayList());
 }
 
 void TestFileOperationRemove::trash_is_found_without_the_usual_variable()

@@ -123,10 +123,13 @@ const std::vector<Trash::Store>& Trash::stores_of(const QByteArray& volume)
 {
     if (const auto known = stores_.constFind(volume); known != stores_.constEnd())
         return known.value();
-    std::vector<Store> stores;
     const std::optional<QByteArray> home = home_folder();
-    if (home && calls_.volume_root(*home + "/files") == volume && can_take(*home))
-        stores.push_back({.folder = *home, .base = {}});
+    std::vector<Store> stores;
+    if (home && calls_.volume_root(*home + "/files") == volume) {
+        if (can_take(*home))
+            stores.push_back({.folder = *home, .base = {}});
+        return *stores_.insert(volume, std::move(stores));
+    }
     const QByteArray user = QByteArray::number(geteuid());
     const QByteArray root = volume == "/" ? QByteArray() : volume;
     std::vector<QByteArray> folders;
