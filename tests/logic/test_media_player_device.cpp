@@ -137,6 +137,23 @@ private Q_SLOTS:
         QTRY_COMPARE(machine.no_device.count(), 1);
     }
 
+    void a_device_that_vanishes_does_not_stop_the_player()
+    {
+        Machine machine;
+        {
+            const SoundFile lost;
+            const ChosenVariable full("SDL_DISKAUDIOFILE", "/dev/full"); // it opens, and then takes nothing
+            QVERIFY(machine.open());
+            QVERIFY(machine.plays_to_the_end());
+        }
+        const SoundFile sound;
+        QVERIFY(machine.open());
+        QVERIFY(machine.plays_to_the_end());
+        QTRY_VERIFY(sound.size() > 0);
+        QCoreApplication::processEvents();
+        QCOMPARE(machine.no_device.count(), 0);
+    }
+
     void a_silent_device_that_a_person_chose_is_a_device()
     {
         const ChosenVariable chosen("SDL_AUDIODRIVER", "dummy");
