@@ -3,6 +3,7 @@
 #include "core/Mod_of_nation.h"
 #include "core/drive_table.h"
 #include "core/mod_of_grobal_var.h"
+#include "explorer/folder_nodes.h"
 #include "platform/controls/message_window.h"
 
 #include <QSet>
@@ -12,10 +13,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const QString root_key = u"MYCOMPUTER"_s;
-const QString folder_image = u"FOLDER"_s;
-const QString open_folder_image = u"OPENFOLDER"_s;
 
 /// How a drive stands in the tree and in the drive table.
 struct DriveLook
@@ -36,12 +33,6 @@ DriveLook look_of(const Drive& drive)
     default:
         return {.image = u"DRIVE"_s, .text = drive.VolumeName + letter, .kind = 4};
     }
-}
-
-/// The folder of a node, with trailing backslash.
-QString folder_of(const TreeNode* node)
-{
-    return node->Key() + u'\\';
 }
 
 } // namespace
@@ -177,12 +168,7 @@ void FolderTree::remove_vanished_folders(const TreeNode* node, const QStringList
 
 void FolderTree::FillNodeFolders_sub(TreeNode* node, const QString& path)
 {
-    // A node that has these children already ends this at its first folder.
-    errors_ignored([&] {
-        for (const QString& name : shared.fso.GetFolder(path).SubFolders())
-            tree_.Add(node, path + name, name, folder_image);
-        tree_.set_Sorted(node);
-    });
+    add_subfolders(tree_, node, path);
 }
 
 void FolderTree::remove_tree_node(int index)

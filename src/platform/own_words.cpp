@@ -125,6 +125,10 @@ constexpr auto words = std::to_array<WordTexts>({
      {u"The file or its copy was changed after it was copied; it stays where it was.",
       u"복사한 뒤에 파일이나 복사본이 변경되어 원본을 그대로 두었습니다.",
       u"Die Datei oder ihre Kopie wurde nach dem Kopieren geändert; sie bleibt, wo sie war."}},
+
+    {Word::all_files, {u"All files", u"모든 파일", u"Alle Dateien"}},
+    {Word::program_not_started,
+     {u"%1 can't be started: %2", u"%1을(를) 시작할 수 없습니다: %2", u"%1 kann nicht gestartet werden: %2"}},
 });
 
 } // namespace

@@ -77,7 +77,10 @@ enum class Word
     reason_folder_in_the_way, ///< a folder stands where a file is to go
     reason_special_file,      ///< neither file nor folder nor link
     reason_changed,           ///< the source changed while it was copied
-    reason_changed_later      ///< the source or its copy changed before the source could be deleted
+    reason_changed_later,     ///< the source or its copy changed before the source could be deleted
+
+    all_files,           ///< second choice of kinds of files in a chooser
+    program_not_started, ///< the program's path in place of %1, the system's reason in place of %2
 };
 
 /// The text of a word in the build's language.
