@@ -97,6 +97,7 @@ ListView::~ListView()
 {
     // The views use the other parts until they are gone, and are to learn nothing more meanwhile.
     model_->hold();
+    events_->drop_label_edit();
     delete list_;
     delete report_;
 }
@@ -146,6 +147,7 @@ void ListView::set_View(ViewMode mode)
 {
     if (mode == View())
         return;
+    events_->cancel_label_edit();
     const bool had_focus = view()->hasFocus();
     // The list mode's view follows the rows only while it is shown: arranging them costs time.
     if (mode == ViewMode::list)
@@ -167,6 +169,7 @@ int ListView::Count() const
 
 void ListView::Clear()
 {
+    events_->cancel_label_edit();
     model_->Clear();
     selection_->set_changed();
     is_sorted_ = false;
@@ -215,8 +218,11 @@ void ListView::set_Checked(int index, bool checked)
 
 void ListView::set_Selected(int index, bool selected)
 {
+    const int before = SelectedItem();
     if (model_->set_Selected(index, selected))
         selection_->set_changed();
+    if (SelectedItem() != before)
+        events_->cancel_label_edit();
 }
 
 void ListView::clear_selection()
@@ -243,8 +249,24 @@ void ListView::ensure_visible(int index)
         view()->scrollTo(row);
 }
 
+void ListView::StartLabelEdit()
+{
+    events_->start_label_edit();
+}
+
+bool ListView::is_editing() const
+{
+    return events_->is_editing();
+}
+
+void ListView::set_OLEDragMode(bool automatic)
+{
+    events_->set_drags_rows(automatic);
+}
+
 void ListView::sort(int column, Order order)
 {
+    events_->cancel_label_edit();
     model_->sort(column, order);
     selection_->set_changed();
     sort_key_ = column;

@@ -15,6 +15,7 @@ class ListSelection;
 class ListViewEvents;
 class QAbstractItemView;
 class QListView;
+class QMimeData;
 class QTreeView;
 
 /// A column of a list: its header and width.
@@ -90,6 +91,17 @@ public:
     int HitTest(QPoint point) const;
     void ensure_visible(int index); ///< nothing for an index that is none
 
+    /// Lets a person edit the Text of SelectedItem in its place: raises BeforeLabelEdit and, when the edit is accepted,
+    /// AfterLabelEdit. It is accepted by Enter, Tab or a click elsewhere, and cancelled by Esc or when the list is
+    /// cleared, sorted or shown in another mode or SelectedItem changes. The focus is the list's again after it.
+    /// Nothing in an empty list or while an edit is open.
+    void StartLabelEdit();
+    bool is_editing() const;
+
+    /// Whether pulling a row with the left button drags the selected rows' texts. Off at first: it selects the rows
+    /// passed. A press that ends in a drag raises no MouseUp.
+    void set_OLEDragMode(bool automatic);
+
     /// Sorts the rows by the text of a column (0 is Text), once; the sort is stable.
     void sort(int column, Order order);
     int SortKey() const;
@@ -123,6 +135,11 @@ Q_SIGNALS:
     void DblClick();
     void ContextKey(); ///< the menu key, where no mouse button opens the pop-up menu
     void GotFocus();
+    void BeforeLabelEdit(bool& cancel); ///< an edit of SelectedItem's Text is about to open, unless cancelled
+    /// An edit was accepted; the box is gone. The row's Text becomes `text`, unless cancelled. Once for each edit.
+    void AfterLabelEdit(bool& cancel, const QString& text);
+    /// The selected rows are about to be dragged. `data` holds their texts, joined by line breaks; more may be added.
+    void OLEStartDrag(QMimeData& data);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

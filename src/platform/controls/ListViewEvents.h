@@ -5,11 +5,15 @@
 #include <QFocusEvent>
 #include <QListView>
 #include <QMouseEvent>
+#include <QPersistentModelIndex>
+#include <QPointer>
 #include <QStyledItemDelegate>
 
 #include <functional>
+#include <optional>
 #include <type_traits>
 
+class LabelEditor;
 class ListModel;
 class ListSelection;
 class QContextMenuEvent;
@@ -54,6 +58,14 @@ public:
     void context_menu(const QContextMenuEvent& event);
     void focus_in(Qt::FocusReason reason);
 
+    void start_label_edit();
+    void cancel_label_edit();
+    void drop_label_edit(); ///< the list goes: nobody is told
+    bool is_editing() const;
+    void place_editor(); ///< to be called when rows may have moved
+
+    void set_drags_rows(bool on) { drags_rows_ = on; }
+
 private:
     QPoint in_list(const QMouseEvent& event) const;
     /// Index of the row whose check box is under a point of the list, 0 for none.
@@ -61,12 +73,18 @@ private:
     /// Whether the press is one on a check box, which is the list's alone.
     bool takes_check_press(const QMouseEvent& event);
     void toggle(int index);
+    void end_label_edit(const QPersistentModelIndex& edited, bool accepted, const QString& text);
+    void start_drag();
 
     ListView& list_;
     ListModel& model_;
     ListSelection& selection_;
     int pressed_check_ = 0; ///< row of the check box that is held down, 0 for none
     bool has_press_ = false;
+    QPointer<LabelEditor> editor_;
+    bool drags_rows_ = false;
+    std::optional<QPoint> pull_from_; ///< where a row was pressed that a pull will drag
+    bool has_dragged_ = false;        ///< whether the press has become a drag
 };
 
 /// One of Qt's views of rows, with its events handed to the list.
@@ -126,6 +144,11 @@ protected:
     void keyPressEvent(QKeyEvent* event) override
     {
         events_.key(*event, [this, event] { View::keyPressEvent(event); });
+    }
+    void updateEditorGeometries() override
+    {
+        View::updateEditorGeometries();
+        events_.place_editor();
     }
     void contextMenuEvent(QContextMenuEvent* event) override { events_.context_menu(*event); }
     void focusInEvent(QFocusEvent* event) override

@@ -1,12 +1,18 @@
 #include "platform/controls/TreeView.h"
 
+#include "platform/controls/LabelEditor.h"
 #include "platform/controls/TreeModel.h"
+#include "platform/controls/display_text.h"
+#include "platform/controls/drag.h"
 #include "platform/controls/focus.h"
 #include "platform/controls/mouse.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QMimeData>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QSignalBlocker>
 
 TreeView::TreeView(QWidget* parent) : QTreeView(parent), model_(std::make_unique<TreeModel>())
@@ -24,10 +30,16 @@ TreeView::TreeView(QWidget* parent) : QTreeView(parent), model_(std::make_unique
             [this](const QModelIndex& index) { Q_EMIT Expand(TreeModel::node_at(index)); });
     connect(this, &QTreeView::collapsed, this,
             [this](const QModelIndex& index) { Q_EMIT Collapse(TreeModel::node_at(index)); });
+    slow_click_.setSingleShot(true);
+    connect(&slow_click_, &QTimer::timeout, this, [this] {
+        if (hasFocus())
+            StartLabelEdit();
+    });
 }
 
 TreeView::~TreeView()
 {
+    delete editor_;
     setModel(nullptr);
 }
 
@@ -152,32 +164,50 @@ QItemSelectionModel::SelectionFlags TreeView::selectionCommand(const QModelIndex
 void TreeView::mousePressEvent(QMouseEvent* event)
 {
     const QPoint point = event->position().toPoint();
+    slow_click_.stop();
     Q_EMIT MouseDown(mouse_button_number(event->button()), point);
     const bool chooses = event->button() == Qt::LeftButton || event->button() == Qt::RightButton;
     const TreeNode* selected = SelectedItem();
+    selected_before_ = currentIndex();
     pressed_ = chooses ? model_->index_of(clickable_at(point)) : QModelIndex();
     QTreeView::mousePressEvent(event);
     press_selected_ = SelectedItem() != selected;
+    press_point_ = point;
+    has_dragged_ = false;
 }
 
 void TreeView::mouseMoveEvent(QMouseEvent* event)
 {
     Q_EMIT MouseMove(mouse_buttons_number(event->buttons()), event->position().toPoint());
     // Sliding over the nodes with the button down must not choose those that it passes.
-    if (event->buttons() == Qt::NoButton || dragEnabled())
+    if (event->buttons() == Qt::NoButton)
         QTreeView::mouseMoveEvent(event);
+    else if (pulls_node(*event))
+        start_drag();
 }
 
 void TreeView::mouseReleaseEvent(QMouseEvent* event)
 {
+    if (std::exchange(has_dragged_, false))
+        return;
     const QPoint point = event->position().toPoint();
     const i16 button = mouse_button_number(event->button());
     QTreeView::mouseReleaseEvent(event);
     const QPersistentModelIndex pressed = std::exchange(pressed_, QPersistentModelIndex());
+    const bool ends_on_it = pressed.isValid() && clickable_at(point) == TreeModel::node_at(pressed);
+    const bool was_focused = !std::exchange(focused_by_press_, false);
+    if (edits_labels_ && event->button() == Qt::LeftButton && ends_on_it && !press_selected_ && was_focused)
+        slow_click_.start(QApplication::doubleClickInterval());
     // A press that has selected a node is told even if the mouse slid off before it ended.
-    if (pressed.isValid() && (press_selected_ || clickable_at(point) == TreeModel::node_at(pressed)))
+    if (pressed.isValid() && (press_selected_ || ends_on_it))
         Q_EMIT NodeClick(TreeModel::node_at(pressed));
     Q_EMIT MouseUp(button, point);
+}
+
+void TreeView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    slow_click_.stop();
+    QTreeView::mouseDoubleClickEvent(event);
 }
 
 void TreeView::keyPressEvent(QKeyEvent* event)
@@ -191,6 +221,10 @@ void TreeView::keyPressEvent(QKeyEvent* event)
         // On purpose no key expands all that is below a node: children are added as nodes open, so that would read a
         // whole drive.
         set_Expanded(before, true);
+        return;
+    }
+    if (edits_labels_ && event->key() == Qt::Key_F2 && event->modifiers() == Qt::NoModifier) {
+        StartLabelEdit();
         return;
     }
     QTreeView::keyPressEvent(event);
@@ -208,7 +242,169 @@ void TreeView::contextMenuEvent(QContextMenuEvent* event)
 void TreeView::focusInEvent(QFocusEvent* event)
 {
     const Qt::FocusReason reason = event->reason();
+    focused_by_press_ = reason == Qt::MouseFocusReason;
     QTreeView::focusInEvent(event);
     if (!is_returning_focus(reason))
         Q_EMIT GotFocus();
+}
+
+void TreeView::StartLabelEdit()
+{
+    if (is_editing() || SelectedItem() == nullptr)
+        return;
+    const QPointer<TreeView> self(this);
+    bool cancel = false;
+    Q_EMIT BeforeLabelEdit(cancel);
+    if (self.isNull() || cancel || is_editing() || SelectedItem() == nullptr)
+        return;
+    slow_click_.stop();
+    scrollTo(currentIndex());
+    editor_ = new LabelEditor(*this, currentIndex(), SelectedItem()->Text(), LabelEditor::Selects::all);
+    connect(editor_, &LabelEditor::Ended, this,
+            [this, edited = QPersistentModelIndex(currentIndex())](bool accepted, const QString& text) {
+                end_label_edit(edited, accepted, text);
+            });
+}
+
+void TreeView::end_label_edit(const QPersistentModelIndex& edited, bool accepted, const QString& text)
+{
+    if (!accepted)
+        return;
+    // The handler may remove the node, start the next edit or destroy the tree.
+    const QPointer<TreeView> self(this);
+    const QPersistentModelIndex index = edited;
+    const QString typed = text;
+    bool cancel = false;
+    Q_EMIT AfterLabelEdit(cancel, typed);
+    if (!self.isNull() && !cancel && index.isValid())
+        set_Text(TreeModel::node_at(index), typed);
+}
+
+bool TreeView::is_editing() const
+{
+    return !editor_.isNull() && editor_->is_open();
+}
+
+void TreeView::set_LabelEdit_automatic(bool on)
+{
+    edits_labels_ = on;
+}
+
+void TreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    slow_click_.stop();
+    // An edit acts on the selected node, so it can't go on when that is another one.
+    if (is_editing())
+        editor_->cancel();
+    QTreeView::currentChanged(current, previous);
+}
+
+void TreeView::updateEditorGeometries()
+{
+    QTreeView::updateEditorGeometries();
+    if (is_editing())
+        editor_->place();
+}
+
+void TreeView::set_OLEDragMode(bool automatic)
+{
+    drags_nodes_ = automatic;
+}
+
+bool TreeView::pulls_node(const QMouseEvent& event) const
+{
+    return drags_nodes_ && event.buttons() == Qt::LeftButton && pressed_.isValid() &&
+           (event.position().toPoint() - press_point_).manhattanLength() >= QApplication::startDragDistance();
+}
+
+void TreeView::start_drag()
+{
+    const TreeNode* node = TreeModel::node_at(pressed_);
+    auto content = std::make_unique<QMimeData>();
+    content->setText(node->Text());
+    const QPixmap picture =
+        drag_picture(*this, pressed_.data(Qt::DecorationRole).value<QIcon>(), display_text(node->Text()));
+    take_back_press();
+    pressed_ = QModelIndex();
+    has_dragged_ = true;
+    const QPointer<TreeView> self(this);
+    Q_EMIT OLEStartDrag(*content);
+    if (!self.isNull())
+        run_drag(*this, std::move(content), picture);
+}
+
+void TreeView::take_back_press()
+{
+    if (!press_selected_ || currentIndex() != pressed_)
+        return;
+    setAutoScroll(false);
+    if (selected_before_.isValid())
+        setCurrentIndex(selected_before_);
+    else
+        selectionModel()->clear();
+    setAutoScroll(true);
+}
+
+void TreeView::set_OLEDropMode(bool on)
+{
+    setAcceptDrops(on);
+}
+
+TreeNode* TreeView::DropHighlight() const
+{
+    return drop_highlight_.isValid() ? TreeModel::node_at(drop_highlight_) : nullptr;
+}
+
+void TreeView::set_DropHighlight(TreeNode* node)
+{
+    if (node == DropHighlight())
+        return;
+    drop_highlight_ = model_->index_of(node);
+    viewport()->update();
+}
+
+void TreeView::dragEnterEvent(QDragEnterEvent* event)
+{
+    Q_EMIT OLEDragOver(*event->mimeData(), event->position().toPoint());
+    // Only a drag that may enter is heard of again; whether it may be dropped is answered at each move.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void TreeView::dragMoveEvent(QDragMoveEvent* event)
+{
+    Q_EMIT OLEDragOver(*event->mimeData(), event->position().toPoint());
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(DropHighlight() != nullptr);
+}
+
+void TreeView::dragLeaveEvent(QDragLeaveEvent* /*event*/)
+{
+    Q_EMIT OLEDragLeave();
+    set_DropHighlight(nullptr);
+}
+
+void TreeView::dropEvent(QDropEvent* event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(DropHighlight() != nullptr);
+    const QPointer<TreeView> self(this);
+    Q_EMIT OLEDragDrop(*event->mimeData(), event->position().toPoint());
+    if (!self.isNull())
+        set_DropHighlight(nullptr);
+}
+
+void TreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    QTreeView::drawRow(painter, option, index);
+    if (index != drop_highlight_)
+        return;
+    constexpr int line = 2;
+    QColor fill = palette().color(QPalette::Highlight);
+    painter->save();
+    painter->setPen(QPen(fill, line));
+    fill.setAlphaF(0.25F);
+    painter->setBrush(fill);
+    painter->drawRect(visualRect(index).adjusted(line / 2, line / 2, -line / 2, -line / 2));
+    painter->restore();
 }

@@ -5,12 +5,16 @@
 
 #include <QItemSelectionModel>
 #include <QPersistentModelIndex>
+#include <QPointer>
 #include <QString>
+#include <QTimer>
 #include <QTreeView>
 
 #include <memory>
 #include <vector>
 
+class LabelEditor;
+class QMimeData;
 class TreeModel;
 
 /// A node of a tree. Owned by its tree.
@@ -80,6 +84,24 @@ public:
     TreeNode* HitTest(QPoint point) const;
     QRect node_rect(const TreeNode* node) const;
 
+    /// Lets a person edit the selected node's Text in its place: raises BeforeLabelEdit and, when the edit is accepted,
+    /// AfterLabelEdit. It is accepted by Enter, Tab or a click elsewhere, and cancelled by Esc or when another node
+    /// gets selected or the node goes. The focus is the tree's again after it. Nothing without a selected node or while
+    /// an edit is open.
+    void StartLabelEdit();
+    bool is_editing() const;
+    /// Whether F2 and a second, unhurried click on the selected node start a label edit. Off at first.
+    void set_LabelEdit_automatic(bool on);
+
+    /// Whether pulling a node with the left button drags its text. Off at first. A press that ends in a drag selects
+    /// nothing and raises neither NodeClick nor MouseUp.
+    void set_OLEDragMode(bool automatic);
+    /// Whether the nodes can be dropped on; off at first. A drag is welcome while there is a DropHighlight.
+    void set_OLEDropMode(bool on);
+    /// The node marked as target of a drag; nullptr for none. There is none once the drag has left or ended.
+    TreeNode* DropHighlight() const;
+    void set_DropHighlight(TreeNode* node);
+
 Q_SIGNALS:
     void NodeClick(TreeNode* node); ///< a person chose a node by mouse or key; also when it was the selected one
     void Expand(TreeNode* node);
@@ -89,12 +111,28 @@ Q_SIGNALS:
     void MouseUp(i16 button, QPoint point);
     void ContextKey(); ///< the menu key
     void GotFocus();
+    void BeforeLabelEdit(bool& cancel); ///< an edit of the selected node's Text is about to open, unless cancelled
+    /// An edit was accepted; the box is gone. The node's Text becomes `text`, unless cancelled. Once for each edit.
+    void AfterLabelEdit(bool& cancel, const QString& text);
+    /// A node is about to be dragged. `data` holds its text; more may be added.
+    void OLEStartDrag(QMimeData& data);
+    void OLEDragOver(const QMimeData& data, QPoint point); ///< a drag has come to or moved to a point of the viewport
+    void OLEDragLeave();                                   ///< a drag went away without a drop
+    void OLEDragDrop(const QMimeData& data, QPoint point);
 
 protected:
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void updateEditorGeometries() override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
@@ -103,7 +141,24 @@ private:
     /// The node whose picture or text, not its arrow, is at a point of the viewport; nullptr for none.
     TreeNode* clickable_at(QPoint point) const;
 
+    void end_label_edit(const QPersistentModelIndex& edited, bool accepted, const QString& text);
+    bool pulls_node(const QMouseEvent& event) const;
+    void start_drag();
+    /// Selects what was selected before the press, without scrolling there.
+    void take_back_press();
+
     std::unique_ptr<TreeModel> model_;
-    QPersistentModelIndex pressed_; ///< the node pressed, until the mouse is released
-    bool press_selected_ = false;   ///< whether that press has changed the selection
+    QPersistentModelIndex pressed_;         ///< the node pressed, until the mouse is released or drags it
+    QPersistentModelIndex selected_before_; ///< the node that was selected before that press
+    QPoint press_point_;
+    bool press_selected_ = false; ///< whether that press has changed the selection
+    bool has_dragged_ = false;    ///< whether that press has become a drag
+    bool drags_nodes_ = false;
+
+    QPersistentModelIndex drop_highlight_;
+
+    QPointer<LabelEditor> editor_;
+    QTimer slow_click_; ///< runs from a click on the selected node until it can't be a double click
+    bool edits_labels_ = false;
+    bool focused_by_press_ = false; ///< whether the last press gave the tree the focus
 };
