@@ -32,11 +32,6 @@ void fill_from(void* fill, Uint8* bytes, int size)
 
 AudioOutput::AudioOutput(std::function<void(std::span<float>)> fill) : fill_(std::move(fill)) {}
 
-AudioOutput::~AudioOutput()
-{
-    close();
-}
-
 bool AudioOutput::fits(int rate) const
 {
     return is_real_ && rate == rate_ && SDL_GetAudioDeviceStatus(device_) != SDL_AUDIO_STOPPED;
@@ -46,7 +41,7 @@ bool AudioOutput::open(int rate)
 {
     if (fits(rate))
         return true;
-    close();
+    close_device();
     rate_ = rate;
     const auto lot = static_cast<int>(std::bit_floor(static_cast<unsigned>(samples_in(longest_lot, rate))));
     is_real_ = open_device(nullptr, rate, lot);
@@ -79,6 +74,12 @@ void AudioOutput::set_running(bool running)
 }
 
 void AudioOutput::close()
+{
+    close_device();
+    SDL_TLSCleanup(); // each thread has the text of its last error
+}
+
+void AudioOutput::close_device()
 {
     if (device_ == 0)
         return;

@@ -10,7 +10,7 @@ class AudioOutput
 public:
     /// `fill` fills all of the samples that it is given, and never waits for a disk.
     explicit AudioOutput(std::function<void(std::span<float>)> fill);
-    ~AudioOutput();
+    ~AudioOutput() = default;
     AudioOutput(const AudioOutput&) = delete;
     AudioOutput& operator=(const AudioOutput&) = delete;
 
@@ -21,10 +21,12 @@ public:
     bool fits(int rate) const;
     /// Lets the device ask for samples or be silent by itself.
     void set_running(bool running);
+    /// Lets the device go, if there is one. The last call of the thread that called open.
+    void close();
 
 private:
     bool open_device(const char* driver, int rate, int samples_at_once);
-    void close();
+    void close_device();
 
     std::function<void(std::span<float>)> fill_;
     unsigned device_ = 0;

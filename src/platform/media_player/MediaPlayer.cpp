@@ -94,7 +94,7 @@ void MediaPlayer::work()
     while (true) {
         work_came_.wait(lock, [this] { return has_work(); });
         if (ends_)
-            return;
+            break;
         if (request_)
             take_request(lock);
         else if (track_.wants_seek())
@@ -104,6 +104,8 @@ void MediaPlayer::work()
         else
             switch_output(lock);
     }
+    lock.unlock();
+    output_.close();
 }
 
 bool MediaPlayer::has_work() const
