@@ -533,7 +533,7 @@ void TestFileOperationCopy::holes_stay_holes()
     QElapsedTimer timer;
     timer.start();
     QVERIFY(is_done(copy({u"C:\\big"_s}, target, guide, calls)));
-    QVERIFY(timer.elapsed() < 10'000);
+    QVERIFY(timer.elapsed() < 20'000);
     QCOMPARE(guide.last_progress.bytes_done, size);
     const QByteArray copied = disks.native(target) + "/big";
     QCOMPARE(status_at(copied).st_size, size);
@@ -561,7 +561,7 @@ void TestFileOperationCopy::five_thousand_files_arrive()
     QElapsedTimer timer;
     timer.start();
     QVERIFY(is_done(copy(sources, u"D:\\to"_s, guide)));
-    QVERIFY(timer.elapsed() < 20'000);
+    QVERIFY(timer.elapsed() < 60'000);
     QCOMPARE(guide.take(), QStringList());
     QCOMPARE(tree_of(disks.native(u"D:\\to"_s)), tree_of(disks.native(u"D:\\from"_s)));
     QVERIFY(guide.progress_count >= 5000);

@@ -69,7 +69,7 @@ FileCalls calls_with_hidden_names()
     return calls;
 }
 
-void add_moments_of_a_rename()
+void add_copies_and_moves()
 {
     QTest::addColumn<FileAction>("action");
     QTest::addColumn<QString>("target");
@@ -145,16 +145,16 @@ private Q_SLOTS:
     void source_that_changes_while_copied_is_not_taken_data();
     void source_that_changes_while_copied_is_not_taken();
     void file_swapped_for_a_link_is_not_followed();
-    void target_that_appears_is_asked_about_data() { add_moments_of_a_rename(); }
+    void target_that_appears_is_asked_about_data() { add_copies_and_moves(); }
     void target_that_appears_is_asked_about();
-    void target_that_changes_after_the_answer_is_asked_about_data() { add_moments_of_a_rename(); }
+    void target_that_changes_after_the_answer_is_asked_about_data() { add_copies_and_moves(); }
     void target_that_changes_after_the_answer_is_asked_about();
     void target_that_vanishes_after_the_answer_is_no_hindrance();
     void target_that_changes_under_a_move_on_one_disk_is_asked_about();
     void folder_that_appears_is_not_replaced();
     void cancel_in_a_large_file_is_prompt();
     void person_is_heard_often();
-    void killed_copy_leaves_whole_files_alone_data();
+    void killed_copy_leaves_whole_files_alone_data() { add_copies_and_moves(); }
     void killed_copy_leaves_whole_files_alone();
 };
 
@@ -439,7 +439,8 @@ void TestFileOperationFaults::cancel_in_a_large_file_is_prompt()
         ScriptedGuide guide;
         QElapsedTimer timer;
         guide.on_progress = [&](const FileProgress& progress) {
-            if (progress.bytes_done > size / 2 && !guide.cancelled) {
+            QVERIFY(!guide.cancelled);
+            if (progress.bytes_done > size / 2) {
                 guide.cancelled = true;
                 timer.start();
             }
@@ -448,7 +449,7 @@ void TestFileOperationFaults::cancel_in_a_large_file_is_prompt()
             disks.make_folder(target);
             guide.cancelled = false;
             const FileOutcome outcome = run_file_operation(FileAction::copy, {u"C:\\large"_s}, target, guide, calls);
-            QVERIFY(timer.elapsed() < 100);
+            QVERIFY(timer.elapsed() < 1000); // some milliseconds on a machine that does nothing else
             QVERIFY(outcome.aborted && !outcome.failed);
             QCOMPARE(guide.take(), QStringList());
             QCOMPARE(tree_of(disks.native(target)), QByteArrayList());
@@ -480,15 +481,6 @@ void TestFileOperationFaults::person_is_heard_often()
     // Chunks have become so small that each takes some hundredths of a second at most.
     steps.removeLast();
     QVERIFY(*std::ranges::min_element(steps) <= 262'144);
-}
-
-void TestFileOperationFaults::killed_copy_leaves_whole_files_alone_data()
-{
-    QTest::addColumn<FileAction>("action");
-    QTest::addColumn<QString>("target");
-    QTest::newRow("a copy on one disk") << FileAction::copy << u"C:\\to"_s;
-    QTest::newRow("a copy to another disk") << FileAction::copy << u"D:\\to"_s;
-    QTest::newRow("a move to another disk") << FileAction::move << u"D:\\to"_s;
 }
 
 void TestFileOperationFaults::killed_copy_leaves_whole_files_alone()
