@@ -12,7 +12,6 @@
 #include <climits>
 #include <cstdlib>
 #include <memory>
-#include <utility>
 
 namespace {
 
@@ -309,13 +308,14 @@ void Transfer::copy_link(const Place& source, const Status& status, const Place&
     put_new(link, source, status, target, replaced);
 }
 
-void Transfer::put_new(NewFile& file, const Place& source, const Status& status, const Place& target, Replaced replaced)
+void Transfer::put_new(NewFile& file, const Place& source, const Status& status, const Place& target,
+                       const Replaced& replaced)
 {
     const std::optional<Status> made = file.status();
     const auto give_name = [&file](const QByteArray& name, const Replaced& given_up) {
         return given_up ? file.replace(name, *given_up) : file.publish(name);
     };
-    if (!put(give_name, source, status, target, std::move(replaced)))
+    if (!put(give_name, source, status, target, replaced))
         return;
     has_copied_ = true;
     if (kind_ == Kind::move && made)

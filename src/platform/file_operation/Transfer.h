@@ -54,7 +54,8 @@ private:
     void copy_file(const Place& source, const Status& status, const Place& target);
     bool fill(const NewFile& file, const Place& source, const Status& status, const Place& target);
     void copy_link(const Place& source, const Status& status, const Place& target);
-    void put_new(NewFile& file, const Place& source, const Status& status, const Place& target, Replaced replaced);
+    void put_new(NewFile& file, const Place& source, const Status& status, const Place& target,
+                 const Replaced& replaced);
 
     bool clear_way(const Place& source, const Status& status, const Place& target, Replaced& replaced);
     bool put(const Putter& putter, const Place& source, const Status& status, const Place& target, Replaced replaced);
