@@ -10,8 +10,8 @@ void rename_source(const QStringList& sources, const QString& target, OperationR
 {
     if (sources.isEmpty())
         return;
-    const Place source = Place::of(sources.first());
-    const Place new_place = Place::of(target);
+    const DiskPlace source = DiskPlace::of(sources.first());
+    const DiskPlace new_place = DiskPlace::of(target);
     if (source.is_drive())
         run.report(source, Word::reason_drive);
     else if (source.native.isEmpty() || new_place.native.isEmpty())

@@ -2,13 +2,13 @@
 
 #include "platform/file_names.h"
 
-void OperationRun::tell(const Place& place)
+void OperationRun::tell(const DiskPlace& place)
 {
     progress_.name = name_from_bytes(place.name());
     guide_.progress(progress_);
 }
 
-bool OperationRun::begin(const Place& place)
+bool OperationRun::begin(const DiskPlace& place)
 {
     tell(place);
     return go_on();
@@ -39,17 +39,17 @@ bool OperationRun::go_on()
     return !outcome_.aborted;
 }
 
-void OperationRun::report(const Place& place, int error)
+void OperationRun::report(const DiskPlace& place, int error)
 {
     report(place, qt_error_string(error));
 }
 
-void OperationRun::report(const Place& place, Word reason)
+void OperationRun::report(const DiskPlace& place, Word reason)
 {
     report(place, own_word(reason));
 }
 
-void OperationRun::report(const Place& place, const QString& reason)
+void OperationRun::report(const DiskPlace& place, const QString& reason)
 {
     outcome_.failed = true;
     if (guide_.ask_error(place.shown, reason, more_follow_) == FileOperationGuide::OnError::cancel)

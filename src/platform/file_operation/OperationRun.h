@@ -36,9 +36,9 @@ public:
     bool is_aborted() const { return outcome_.aborted; }
 
     /// Tells that `place` is next.
-    void tell(const Place& place);
+    void tell(const DiskPlace& place);
     /// The same, and gives whether to go on with it: the person has not cancelled.
-    bool begin(const Place& place);
+    bool begin(const DiskPlace& place);
     /// Tells that so many bytes more are done; gives whether to go on.
     bool advance(qint64 bytes);
     /// Sets the bytes of all files; what is told from here on counts from 0.
@@ -48,13 +48,13 @@ public:
 
     /// Tells of an error, by its number or by the program's own word for it, and ends the operation if the person
     /// wants that.
-    void report(const Place& place, int error);
-    void report(const Place& place, Word reason);
+    void report(const DiskPlace& place, int error);
+    void report(const DiskPlace& place, Word reason);
     /// Whether the person lets a file take another's place.
     bool may_replace(const FileFacts& source, const FileFacts& target);
 
 private:
-    void report(const Place& place, const QString& reason);
+    void report(const DiskPlace& place, const QString& reason);
     bool go_on();
 
     FileOperationGuide& guide_;

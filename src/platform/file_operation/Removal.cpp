@@ -15,7 +15,7 @@ void Removal::run(const QStringList& sources)
     }
     for (qsizetype i = 0; i < sources.size(); ++i) {
         const OperationRun::Step step(run_, i + 1 < sources.size() || !left_.empty());
-        const Place source = Place::of(sources[i]);
+        const DiskPlace source = DiskPlace::of(sources[i]);
         if (!run_.begin(source))
             return;
         put_into_trash(source);
@@ -26,7 +26,7 @@ void Removal::run(const QStringList& sources)
         delete_for_good();
 }
 
-void Removal::put_into_trash(const Place& source)
+void Removal::put_into_trash(const DiskPlace& source)
 {
     if (source.native.isEmpty() || source.is_drive()) {
         run_.report(source, source.is_drive() ? Word::reason_drive : Word::reason_no_place);
@@ -46,7 +46,7 @@ void Removal::put_into_trash(const Place& source)
 void Removal::delete_for_good()
 {
     QStringList paths;
-    for (const Place& place : left_)
+    for (const DiskPlace& place : left_)
         paths.append(place.shown);
     if (!run_.guide().ask_delete(paths)) {
         run_.abort();
@@ -54,7 +54,7 @@ void Removal::delete_for_good()
     }
     for (std::size_t i = 0; i < left_.size() && !run_.is_aborted(); ++i) {
         const OperationRun::Step step(run_, i + 1 < left_.size());
-        const Place& place = left_[i];
+        const DiskPlace& place = left_[i];
         const std::optional<struct stat> status = status_of(place.native);
         if (!status)
             run_.report(place, errno);
@@ -65,7 +65,7 @@ void Removal::delete_for_good()
 
 /// Deletes what is called `name` in an open folder, a link itself, with all below it; other volumes that are mounted
 /// there stay. Reports what fails. Gives whether it is gone.
-bool Removal::delete_entry(int folder, const QByteArray& name, const Place& place, dev_t volume)
+bool Removal::delete_entry(int folder, const QByteArray& name, const DiskPlace& place, dev_t volume)
 {
     if (!run_.begin(place))
         return false;
@@ -85,7 +85,7 @@ bool Removal::delete_entry(int folder, const QByteArray& name, const Place& plac
     return error == 0;
 }
 
-bool Removal::delete_content(int folder, const QByteArray& name, const Place& place, dev_t volume)
+bool Removal::delete_content(int folder, const QByteArray& name, const DiskPlace& place, dev_t volume)
 {
     const Descriptor opened = open_folder(folder, name);
     std::vector<QByteArray> names;

@@ -17,12 +17,12 @@ public:
     void run(const QStringList& sources);
 
 private:
-    void put_into_trash(const Place& source);
+    void put_into_trash(const DiskPlace& source);
     void delete_for_good();
-    bool delete_entry(int folder, const QByteArray& name, const Place& place, dev_t volume);
-    bool delete_content(int folder, const QByteArray& name, const Place& place, dev_t volume);
+    bool delete_entry(int folder, const QByteArray& name, const DiskPlace& place, dev_t volume);
+    bool delete_content(int folder, const QByteArray& name, const DiskPlace& place, dev_t volume);
 
     OperationRun& run_;
     Trash trash_;
-    std::vector<Place> left_; ///< what no trash takes
+    std::vector<DiskPlace> left_; ///< what no trash takes
 };

@@ -23,7 +23,7 @@ std::array<timespec, 2> times_of(const struct stat& status)
     return {status.st_atim, status.st_mtim};
 }
 
-FileFacts facts_of(const Place& place, const struct stat& status)
+FileFacts facts_of(const DiskPlace& place, const struct stat& status)
 {
     return {.path = place.shown,
             .is_folder = S_ISDIR(status.st_mode),
@@ -46,7 +46,7 @@ std::vector<struct stat> chain_of(const QByteArray& folder)
 {
     const std::unique_ptr<char, decltype(&std::free)> real(realpath(folder.constData(), nullptr), std::free);
     std::vector<struct stat> chain;
-    Place place{.native = QByteArray(real.get()), .shown = {}};
+    DiskPlace place{.native = QByteArray(real.get()), .shown = {}};
     while (const std::optional<struct stat> status = status_of(place.native)) {
         chain.push_back(*status);
         if (place.native == "/")
@@ -67,7 +67,7 @@ void Transfer::run(const QStringList& sources, const QString& target)
     std::size_t whole = 0;
     for (qsizetype i = 0; i < sources.size() && !run_.is_aborted(); ++i) {
         const OperationRun::Step step(run_, i + 1 < sources.size());
-        bring_source(Place::of(sources[i]));
+        bring_source(DiskPlace::of(sources[i]));
         if (run_.is_aborted())
             break;
         whole = arrived_.size();
@@ -80,7 +80,7 @@ void Transfer::run(const QStringList& sources, const QString& target)
 
 bool Transfer::find_target(const QString& path)
 {
-    target_ = Place::of(path);
+    target_ = DiskPlace::of(path);
     if (target_.native.isEmpty()) {
         run_.report(target_, Word::reason_no_place);
         return false;
@@ -102,13 +102,13 @@ std::vector<qint64> Transfer::bytes_up_to(const QStringList& sources)
     std::vector<qint64> sums;
     qint64 sum = 0;
     for (const QString& source : sources) {
-        sum += bytes_below(Place::of(source));
+        sum += bytes_below(DiskPlace::of(source));
         sums.push_back(sum);
     }
     return sums;
 }
 
-qint64 Transfer::bytes_below(const Place& place)
+qint64 Transfer::bytes_below(const DiskPlace& place)
 {
     if (!run_.begin(place))
         return 0;
@@ -127,7 +127,7 @@ qint64 Transfer::bytes_below(const Place& place)
     return bytes;
 }
 
-void Transfer::bring_source(const Place& source)
+void Transfer::bring_source(const DiskPlace& source)
 {
     if (source.native.isEmpty() || source.is_drive()) {
         run_.report(source, source.is_drive() ? Word::reason_drive : Word::reason_no_place);
@@ -154,7 +154,7 @@ bool Transfer::holds_target(const Status& folder) const
     return std::ranges::any_of(target_chain_, [&](const Status& other) { return is_same_file(folder, other); });
 }
 
-void Transfer::bring(const Place& source, const Place& target)
+void Transfer::bring(const DiskPlace& source, const DiskPlace& target)
 {
     if (!run_.begin(source))
         return;
@@ -167,7 +167,7 @@ void Transfer::bring(const Place& source, const Place& target)
         copy(source, *status, target);
 }
 
-void Transfer::move_file(const Place& source, const Status& status, const Place& target)
+void Transfer::move_file(const DiskPlace& source, const Status& status, const DiskPlace& target)
 {
     const int error = rename_without_replacing(source.native, target.native, calls_.rename);
     const bool merges = error == EEXIST && S_ISDIR(status.st_mode) && is_folder(status_of(target.native));
@@ -187,7 +187,7 @@ void Transfer::move_file(const Place& source, const Status& status, const Place&
     }
 }
 
-void Transfer::copy(const Place& source, const Status& status, const Place& target)
+void Transfer::copy(const DiskPlace& source, const Status& status, const DiskPlace& target)
 {
     if (S_ISDIR(status.st_mode))
         copy_folder(source, status, target);
@@ -199,7 +199,7 @@ void Transfer::copy(const Place& source, const Status& status, const Place& targ
         run_.report(source, Word::reason_special_file);
 }
 
-void Transfer::copy_folder(const Place& source, const Status& status, const Place& target)
+void Transfer::copy_folder(const DiskPlace& source, const Status& status, const DiskPlace& target)
 {
     // Where a folder is mounted at a second place, no look at the paths tells that it holds the target.
     if (is_same_file(status, target_chain_.front())) {
@@ -230,7 +230,7 @@ void Transfer::copy_folder(const Place& source, const Status& status, const Plac
             {.source = source, .source_status = status, .target = target.native, .target_status = *made});
 }
 
-void Transfer::bring_content(const Place& source, const Place& target)
+void Transfer::bring_content(const DiskPlace& source, const DiskPlace& target)
 {
     std::vector<QByteArray> names;
     const int error = read_names(source.native, names);
@@ -244,7 +244,7 @@ void Transfer::bring_content(const Place& source, const Place& target)
     }
 }
 
-void Transfer::copy_file(const Place& source, const Status& status, const Place& target)
+void Transfer::copy_file(const DiskPlace& source, const Status& status, const DiskPlace& target)
 {
     Replaced replaced;
     if (!clear_way(source, status, target, replaced))
@@ -257,7 +257,7 @@ void Transfer::copy_file(const Place& source, const Status& status, const Place&
 }
 
 /// Gives a new file the content and the properties of the source, all on the disk. Reports what fails.
-bool Transfer::fill(const NewFile& file, const Place& source, const Status& status, const Place& target)
+bool Transfer::fill(const NewFile& file, const DiskPlace& source, const Status& status, const DiskPlace& target)
 {
     const Descriptor input(open(source.native.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (!input.is_open()) {
@@ -289,7 +289,7 @@ bool Transfer::fill(const NewFile& file, const Place& source, const Status& stat
     return fault.error == 0;
 }
 
-void Transfer::copy_link(const Place& source, const Status& status, const Place& target)
+void Transfer::copy_link(const DiskPlace& source, const Status& status, const DiskPlace& target)
 {
     std::array<char, PATH_MAX + 1> leads_to{};
     if (readlink(source.native.constData(), leads_to.data(), PATH_MAX) < 0) {
@@ -308,7 +308,7 @@ void Transfer::copy_link(const Place& source, const Status& status, const Place&
     put_new(link, source, status, target, replaced);
 }
 
-void Transfer::put_new(NewFile& file, const Place& source, const Status& status, const Place& target,
+void Transfer::put_new(NewFile& file, const DiskPlace& source, const Status& status, const DiskPlace& target,
                        const Replaced& replaced)
 {
     const std::optional<Status> made = file.status();
@@ -325,7 +325,7 @@ void Transfer::put_new(NewFile& file, const Place& source, const Status& status,
 
 /// Whether a file or link may go to `target`: nothing stands there, or the person gives up what does, whose state
 /// `replaced` then tells.
-bool Transfer::clear_way(const Place& source, const Status& status, const Place& target, Replaced& replaced)
+bool Transfer::clear_way(const DiskPlace& source, const Status& status, const DiskPlace& target, Replaced& replaced)
 {
     replaced = status_of(target.native);
     if (!replaced && errno == ENOENT)
@@ -351,7 +351,7 @@ bool Transfer::clear_way(const Place& source, const Status& status, const Place&
 }
 
 /// Puts something in place, and asks anew for whatever has come there since the last question. Gives whether it stands.
-bool Transfer::put(const Putter& putter, const Place& source, const Status& status, const Place& target,
+bool Transfer::put(const Putter& putter, const DiskPlace& source, const Status& status, const DiskPlace& target,
                    Replaced replaced)
 {
     int error = putter(target.native, replaced);
@@ -366,7 +366,7 @@ bool Transfer::put(const Putter& putter, const Place& source, const Status& stat
 }
 
 /// Brings the names in a folder to the disk. Reports what fails.
-bool Transfer::sync_folder(const Place& folder)
+bool Transfer::sync_folder(const DiskPlace& folder)
 {
     const Descriptor opened(open(folder.native.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     // A folder that takes files need not be one that can be read.

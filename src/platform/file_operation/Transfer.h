@@ -34,7 +34,7 @@ private:
     /// A file or folder that stands whole at its new place, in the states that both had then.
     struct Arrival
     {
-        Place source;
+        DiskPlace source;
         Status source_status;
         QByteArray target;
         Status target_status;
@@ -42,32 +42,33 @@ private:
 
     bool find_target(const QString& path);
     std::vector<qint64> bytes_up_to(const QStringList& sources);
-    qint64 bytes_below(const Place& place);
+    qint64 bytes_below(const DiskPlace& place);
 
-    void bring_source(const Place& source);
+    void bring_source(const DiskPlace& source);
     bool holds_target(const Status& folder) const;
-    void bring(const Place& source, const Place& target);
-    void move_file(const Place& source, const Status& status, const Place& target);
-    void copy(const Place& source, const Status& status, const Place& target);
-    void copy_folder(const Place& source, const Status& status, const Place& target);
-    void bring_content(const Place& source, const Place& target);
-    void copy_file(const Place& source, const Status& status, const Place& target);
-    bool fill(const NewFile& file, const Place& source, const Status& status, const Place& target);
-    void copy_link(const Place& source, const Status& status, const Place& target);
-    void put_new(NewFile& file, const Place& source, const Status& status, const Place& target,
+    void bring(const DiskPlace& source, const DiskPlace& target);
+    void move_file(const DiskPlace& source, const Status& status, const DiskPlace& target);
+    void copy(const DiskPlace& source, const Status& status, const DiskPlace& target);
+    void copy_folder(const DiskPlace& source, const Status& status, const DiskPlace& target);
+    void bring_content(const DiskPlace& source, const DiskPlace& target);
+    void copy_file(const DiskPlace& source, const Status& status, const DiskPlace& target);
+    bool fill(const NewFile& file, const DiskPlace& source, const Status& status, const DiskPlace& target);
+    void copy_link(const DiskPlace& source, const Status& status, const DiskPlace& target);
+    void put_new(NewFile& file, const DiskPlace& source, const Status& status, const DiskPlace& target,
                  const Replaced& replaced);
 
-    bool clear_way(const Place& source, const Status& status, const Place& target, Replaced& replaced);
-    bool put(const Putter& putter, const Place& source, const Status& status, const Place& target, Replaced replaced);
+    bool clear_way(const DiskPlace& source, const Status& status, const DiskPlace& target, Replaced& replaced);
+    bool put(const Putter& putter, const DiskPlace& source, const Status& status, const DiskPlace& target,
+             Replaced replaced);
 
-    bool sync_folder(const Place& folder);
+    bool sync_folder(const DiskPlace& folder);
     void delete_arrived();
     bool delete_source(const Arrival& arrival);
 
     Kind kind_;
     OperationRun& run_;
     const FileCalls& calls_;
-    Place target_;
+    DiskPlace target_;
     std::vector<Status> target_chain_; ///< the target folder and all folders that it lies in
     std::vector<Arrival> arrived_;     ///< in a move: what was copied, a folder after all below it
     bool has_copied_ = false;

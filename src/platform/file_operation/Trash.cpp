@@ -20,11 +20,11 @@ constexpr qsizetype longest_name = 220; ///< bytes of a name; leaves room for a 
 /// The absolute path of an entry, without links on the way to it. Empty where there is none.
 QByteArray real_path(const QByteArray& native)
 {
-    const Place place{.native = native, .shown = {}};
+    const DiskPlace place{.native = native, .shown = {}};
     const std::unique_ptr<char, decltype(&std::free)> folder(realpath(place.folder().constData(), nullptr), std::free);
     if (folder == nullptr)
         return {};
-    return Place{.native = QByteArray(folder.get()), .shown = {}}.child(place.name()).native;
+    return DiskPlace{.native = QByteArray(folder.get()), .shown = {}}.child(place.name()).native;
 }
 
 bool is_own_folder(const QByteArray& native)
@@ -38,7 +38,7 @@ void make_folders(const QByteArray& native)
 {
     if (mkdir(native.constData(), S_IRWXU) == 0 || errno != ENOENT)
         return;
-    make_folders(Place{.native = native, .shown = {}}.folder());
+    make_folders(DiskPlace{.native = native, .shown = {}}.folder());
     mkdir(native.constData(), S_IRWXU);
 }
 
@@ -163,7 +163,7 @@ std::optional<QByteArray> Trash::home_folder()
 /// The note comes first, so that nothing ever lies in the trash without a word of where it belongs.
 Trash::Answer Trash::put(const Store& store, const QByteArray& native, const QByteArray& real)
 {
-    const QByteArray name = Place{.native = native, .shown = {}}.name();
+    const QByteArray name = DiskPlace{.native = native, .shown = {}}.name();
     const QByteArray note = note_of(store.base.isEmpty() ? real : real.sliced(store.base.size()));
     int& number = numbers_[store.folder + '/' + name];
     while (true) {

@@ -16,7 +16,7 @@ QString copy_name(const QString& stem, int number)
 
 } // namespace
 
-Place free_copy_place(const Place& source, bool is_folder)
+DiskPlace free_copy_place(const DiskPlace& source, bool is_folder)
 {
     const qsizetype name_start = source.shown.lastIndexOf(u'\\') + 1;
     const qsizetype dot = is_folder ? -1 : source.shown.lastIndexOf(u'.');
@@ -24,7 +24,7 @@ Place free_copy_place(const Place& source, bool is_folder)
     const QString stem = source.shown.sliced(name_start, name_end - name_start);
     const QString ending = source.shown.sliced(name_end);
     for (int number = 1;; ++number) {
-        const Place place = Place::of(source.shown.first(name_start) + copy_name(stem, number) + ending);
+        const DiskPlace place = DiskPlace::of(source.shown.first(name_start) + copy_name(stem, number) + ending);
         if (!status_of(place.native))
             return place;
     }

@@ -20,18 +20,18 @@ std::optional<struct stat> status_if(int result, const struct stat& status)
 
 } // namespace
 
-Place Place::of(const QString& path)
+DiskPlace DiskPlace::of(const QString& path)
 {
     return {.native = native_path(path), .shown = path.endsWith(u'\\') ? path.chopped(1) : path};
 }
 
-QByteArray Place::folder() const
+QByteArray DiskPlace::folder() const
 {
     const qsizetype slash = native.lastIndexOf('/');
     return slash <= 0 ? QByteArray("/") : native.first(slash);
 }
 
-Place Place::child(const QByteArray& name) const
+DiskPlace DiskPlace::child(const QByteArray& name) const
 {
     return {.native = native.endsWith('/') ? native + name : native + '/' + name,
             .shown = shown + u'\\' + name_from_bytes(name)};

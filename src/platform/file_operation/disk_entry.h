@@ -11,20 +11,20 @@
 // What the steps of a file operation know of files and folders on disk.
 
 /// A file or folder by its path on disk and by the same path as the program writes it.
-struct Place
+struct DiskPlace
 {
     QByteArray native;
     QString shown; ///< without trailing backslash
 
     /// The place of a path of the program; `native` is empty when it has none on disk.
-    static Place of(const QString& path);
+    static DiskPlace of(const QString& path);
     /// Whether it is a drive's root, which is neither copied nor moved nor deleted as a whole.
     bool is_drive() const { return shown.size() == 2; }
     /// The bytes of its name.
     QByteArray name() const { return native.sliced(native.lastIndexOf('/') + 1); }
     /// The path on disk of the folder that it lies in.
     QByteArray folder() const;
-    Place child(const QByteArray& name) const;
+    DiskPlace child(const QByteArray& name) const;
 };
 
 /// An open file, closed with the object; negative for none.
