@@ -15,9 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int fif_icon = 1;
-constexpr int other_icon = 2;
-
 QString with_trailing_backslash(const QString& path)
 {
     return path.endsWith(u'\\') ? path : path + u'\\';
@@ -43,6 +40,13 @@ void clear_details()
 }
 
 } // namespace
+
+int small_icon_of(const QString& name)
+{
+    constexpr int fif_icon = 1;
+    constexpr int other_icon = 2;
+    return Check_file_for_fif(name) == 1 ? fif_icon : other_icon;
+}
 
 FileList::FileList(ListView& list, StatusBar& status_bar, Picks& picks, QObject* parent)
     : QObject(parent), list_(list), status_bar_(status_bar), picks_(picks)
@@ -104,7 +108,7 @@ bool FileList::add_rows(const std::vector<File>& files, const QString& folder)
 void FileList::add_row(const File& file, const QSet<QString>& ticked_names)
 {
     const int index = list_.Add(file.Name, file.Name);
-    list_.set_SmallIcon(index, Check_file_for_fif(file.Name) == 1 ? fif_icon : other_icon);
+    list_.set_SmallIcon(index, small_icon_of(file.Name));
     list_.set_SubItem(index, 1, kilobytes_text(file.Size));
     list_.set_SubItem(index, 4, QString::number(file.Size));
     list_.set_SubItem(index, 2, file.Type());

@@ -10,6 +10,9 @@
 class Picks;
 struct File;
 
+/// The small icon of a file's row: 1 for a FIF name, 2 for any other. The file lies in the current folder.
+int small_icon_of(const QString& name);
+
 /// The right pane: the MP3 files of the current folder. A click makes a file the selected one; a tick picks it for the
 /// disc.
 class FileList : public QObject

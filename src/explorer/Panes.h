@@ -1,0 +1,25 @@
+#pragma once
+
+class FileList;
+class FolderTree;
+class ListView;
+class Picks;
+class TreeNode;
+class TreeView;
+
+/// Both panes of the explorer, for the commands that act on them. All of it outlives those commands.
+struct Panes
+{
+    TreeView& tvTreeView;
+    ListView& lvListView;
+    FolderTree& tree;
+    FileList& list;
+    Picks& picks;
+};
+
+/// The selected node of the tree, on which every folder and file command acts; nullptr while the computer is selected:
+/// then no command does anything.
+TreeNode* commanded_node(const TreeView& tree);
+
+/// Brings the shared state's current node in line with the selected one: its key, its parent's key and its folder.
+void take_selected_node(const TreeView& tree);
