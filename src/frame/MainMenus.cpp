@@ -1,5 +1,7 @@
 #include "frame/MainMenus.h"
 
+#include "platform/controls/message_window.h"
+
 #include <QKeySequence>
 #include <QSet>
 
@@ -82,11 +84,11 @@ void fill(QMenu& menu, const QString& name, std::span<const Entry> entries)
 } // namespace
 
 MainMenus::MainMenus(QMenuBar& bar, QWidget& form)
-    : bar_(bar), mnufile_(new QMenu(&form)), mnu_ListView_(new QMenu(&form))
+    : bar_(bar), menu_File_(bar.addMenu(u"File"_s)), mnufile_(new QMenu(&form)), mnu_ListView_(new QMenu(&form))
 {
     fill(*mnufile_, u"mnufile"_s, mnufile_entries);
     fill(*mnu_ListView_, u"mnu_ListView"_s, mnu_ListView_entries);
-    fill(*bar.addMenu(u"File"_s), u"menu_File"_s, menu_File_entries);
+    fill(*menu_File_, u"menu_File"_s, menu_File_entries);
     fill(*bar.addMenu(u"Edit"_s), u"menu_Edit"_s, menu_Edit_entries);
     fill(*bar.addMenu(u"View"_s), u"menu_View"_s, menu_View_entries);
     fill(*bar.addMenu(u"Tools"_s), u"menu_Tool"_s, menu_Tool_entries);
@@ -105,6 +107,12 @@ QAction& MainMenus::entry(const QString& name) const
     qFatal("no menu entry %ls", qUtf16Printable(name));
 }
 
+void MainMenus::do_on(const QString& entry, const QObject& context, std::function<void()> handler) const
+{
+    QObject::connect(&this->entry(entry), &QAction::triggered, &context,
+                     guarded([handler = std::move(handler)](bool /*checked*/) { handler(); }));
+}
+
 void MainMenus::check_view(ListView::ViewMode mode) const
 {
     entry(u"menu_View_list"_s).setChecked(mode == ListView::ViewMode::list);
@@ -115,32 +123,24 @@ void MainMenus::enable_list_entries(bool on_row) const
 {
     for (const QString& name : {u"mnu_ListView_auto"_s, u"mnu_ListView_select_all"_s, u"mnu_ListView_copy"_s,
                                 u"mnu_ListView_paste"_s, u"mnu_ListView_delete"_s, u"mnu_ListView_rename"_s})
-        entry(name).setEnabled(on_row && has_command(name));
+        entry(name).setEnabled(on_row);
+}
+
+void MainMenus::enable_tree_entries(const TreeMenuEntries& enabled) const
+{
+    entry(u"mnu_tree_add_folder"_s).setEnabled(enabled.add_folder);
+    entry(u"mnu_tree_copy"_s).setEnabled(enabled.copy);
+    entry(u"mnu_tree_paste"_s).setEnabled(enabled.paste);
+    entry(u"mnu_tree_delete"_s).setEnabled(enabled.remove);
+    entry(u"mnu_tree_rename"_s).setEnabled(enabled.rename);
 }
 
 bool has_command(const QString& name)
 {
     static const QSet<QString> without_command{
-        u"mnu_tree_add_folder"_s,
-        u"mnu_tree_copy"_s,
-        u"mnu_tree_paste"_s,
-        u"mnu_tree_delete"_s,
-        u"mnu_tree_rename"_s,
-        u"mnu_ListView_copy"_s,
-        u"mnu_ListView_paste"_s,
-        u"mnu_ListView_delete"_s,
-        u"mnu_ListView_rename"_s,
-        u"menu_File_add_folder"_s,
-        u"menu_Edit_copy"_s,
-        u"menu_Edit_paste"_s,
-        u"menu_Edit_delete"_s,
         u"menu_Tool_Burn"_s,
         u"menu_Tool_Select_Burning_Program"_s,
         u"menu_Help_about"_s,
-        u"Add"_s,
-        u"Copy"_s,
-        u"Paste"_s,
-        u"Delete"_s,
     };
     return !without_command.contains(name);
 }

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "explorer/tree_menu.h"
 #include "platform/controls/ListView.h"
 
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+
+#include <functional>
 
 /// The menus of the main window: the bar, the pop-up menu `mnufile` of the tree and `mnu_ListView` of the list. Menus
 /// and entries have their names as objectName.
@@ -16,6 +19,9 @@ public:
 
     /// The entry of this name; a name that does not exist ends the program.
     QAction& entry(const QString& name) const;
+    /// Runs `handler` whenever the entry is chosen, as long as `context` lives.
+    void do_on(const QString& entry, const QObject& context, std::function<void()> handler) const;
+    QMenu& menu_File() const { return *menu_File_; }
     QMenu& mnufile() const { return *mnufile_; }
     QMenu& mnu_ListView() const { return *mnu_ListView_; }
 
@@ -23,12 +29,15 @@ public:
     void check_view(ListView::ViewMode mode) const;
     /// Switches the six entries of the list's pop-up menu that need a row.
     void enable_list_entries(bool on_row) const;
+    /// Switches the entries of the tree's pop-up menu.
+    void enable_tree_entries(const TreeMenuEntries& enabled) const;
 
 private:
     QMenuBar& bar_;
+    QMenu* menu_File_;
     QMenu* mnufile_;
     QMenu* mnu_ListView_;
 };
 
-/// Whether an entry's or toolbar button's command is part of this version; those without one stand disabled.
+/// Whether an entry's command is part of this version; those without one stand disabled.
 bool has_command(const QString& name);

@@ -72,14 +72,20 @@ QuilmoMain::QuilmoMain()
              .transport = playback_,
              .selected_tree_key = [this] { return tree_.selected_key(); },
              .click_row = [this](int index) { list_.ItemClick(index); },
-             .refresh_all = [this] { tree_.refresh_all(); }})
+             .refresh_all = [this] { tree_.refresh_all(); }}),
+      commands_(controls_, menus_,
+                {.tvTreeView = *controls_.tvTreeView,
+                 .lvListView = *controls_.lvListView,
+                 .tree = tree_,
+                 .list = list_,
+                 .picks = picks_},
+                [this] { playback_.release(); })
 {
     build_window();
     connect_panes();
     connect_buttons();
     connect_player();
     connect_menus();
-    connect_toolbar();
     connect_focus();
     connect_hover();
     Load();
@@ -205,7 +211,6 @@ void QuilmoMain::connect_menus()
     do_on(u"menu_File_Exit"_s, [this] { close(); });
     do_on(u"menu_View_list"_s, [this] { set_list_view(ListView::ViewMode::list); });
     do_on(u"menu_View_details"_s, [this] { set_list_view(ListView::ViewMode::report); });
-    do_on(u"menu_View_refresh"_s, [this] { tree_.refresh_all(); });
     do_on(u"menu_Tool_Select_all"_s, [this] { picks_.cmd_select_all_Click(); });
     do_on(u"mnu_ListView_select_all"_s, [this] { picks_.cmd_select_all_Click(); });
     do_on(u"menu_Tool_clear_all"_s, [this] { picks_.cmdRemove_Click(); });
@@ -219,18 +224,7 @@ void QuilmoMain::connect_menus()
 
 void QuilmoMain::do_on(const QString& entry, std::function<void()> handler)
 {
-    connect(&menus_.entry(entry), &QAction::triggered, this,
-            guarded([handler = std::move(handler)](bool /*checked*/) { handler(); }));
-}
-
-void QuilmoMain::connect_toolbar()
-{
-    for (QAction* button : controls_.main_toolbar->actions())
-        button->setEnabled(has_command(button->objectName()));
-    connect(controls_.main_toolbar, &Toolbar::ButtonClick, this, guarded([this](const QString& key) {
-                if (key == u"Refresh"_s)
-                    tree_.refresh_all();
-            }));
+    menus_.do_on(entry, *this, std::move(handler));
 }
 
 void QuilmoMain::connect_focus()
@@ -352,6 +346,10 @@ bool QuilmoMain::eventFilter(QObject* watched, QEvent* event)
         if (const auto* widget = qobject_cast<QWidget*>(watched); widget != nullptr && widget->window() == this)
             return KeyDown(static_cast<QKeyEvent*>(event)->key());
         break;
+    case QEvent::ShortcutOverride:
+        if (commands_.is_for_edit_menu(watched, *static_cast<QKeyEvent*>(event)))
+            return true;
+        break;
     case QEvent::MouseMove:
         if (watched == form_ || watched == centralWidget())
             hover_.init_ctl_over();
@@ -372,13 +370,16 @@ bool QuilmoMain::KeyDown(int key)
     switch (key) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (shared.enter_saves != 1)
+        if (shared.enter_saves != 1 || commands_.is_editing_label())
             return false;
         Q_EMIT controls_.cmdSave->Click();
         controls_.cmdSave->DelMoveImg();
         return true;
     case Qt::Key_F1:
         ShellExecuteA(QStringLiteral(QUILMO_WEB_ADDRESS));
+        return true;
+    case Qt::Key_F2:
+        commands_.rename_in_pane();
         return true;
     default:
         return false;

@@ -5,6 +5,7 @@
 #include "explorer/FileList.h"
 #include "explorer/FolderTree.h"
 #include "frame/DetailBoxes.h"
+#include "frame/ExplorerCommands.h"
 #include "frame/Layout.h"
 #include "frame/MainControls.h"
 #include "frame/MainMenus.h"
@@ -46,7 +47,6 @@ private:
     void connect_buttons();
     void connect_player();
     void connect_menus();
-    void connect_toolbar();
     void connect_focus();
     void connect_hover();
     void do_on(const QString& entry, std::function<void()> handler);
@@ -78,6 +78,7 @@ private:
     Picks picks_;
     FileList list_;
     SaveButton save_;
+    ExplorerCommands commands_;
     std::unique_ptr<FIF_convert> final_list_dialog_;
 };
 
