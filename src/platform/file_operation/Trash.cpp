@@ -11,7 +11,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <memory>
-#include <utility>
 
 namespace {
 
@@ -128,7 +127,7 @@ const std::vector<Trash::Store>& Trash::stores_of(const QByteArray& volume)
     if (home && calls_.volume_root(*home + "/files") == volume) {
         if (can_take(*home))
             stores.push_back({.folder = *home, .base = {}});
-        return *stores_.insert(volume, std::move(stores));
+        return *stores_.insert(volume, stores);
     }
     const QByteArray user = QByteArray::number(geteuid());
     const QByteArray root = volume == "/" ? QByteArray() : volume;
@@ -141,7 +140,7 @@ const std::vector<Trash::Store>& Trash::stores_of(const QByteArray& volume)
         if (is_own_folder(folder) && can_take(folder))
             stores.push_back({.folder = folder, .base = root + '/'});
     }
-    return *stores_.insert(volume, std::move(stores));
+    return *stores_.insert(volume, stores);
 }
 
 /// The trash in the user's data folder, made where it is missing.
