@@ -62,6 +62,7 @@ Desk::Desk(FileAction action) : action_(action)
 {
     quiet_.setSingleShot(true);
     quiet_.setInterval(quiet_time);
+    quiet_.setTimerType(Qt::PreciseTimer);
     looks_.setInterval(between_looks);
     connect(&quiet_, &QTimer::timeout, this, &Desk::show_window);
     connect(&looks_, &QTimer::timeout, this, &Desk::look);
