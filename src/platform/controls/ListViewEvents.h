@@ -150,6 +150,11 @@ protected:
         View::updateEditorGeometries();
         events_.place_editor();
     }
+    void scrollContentsBy(int dx, int dy) override
+    {
+        View::scrollContentsBy(dx, dy);
+        events_.place_editor(); // a long way is no scrolling to Qt's view, and leaves the box behind
+    }
     void contextMenuEvent(QContextMenuEvent* event) override { events_.context_menu(*event); }
     void focusInEvent(QFocusEvent* event) override
     {

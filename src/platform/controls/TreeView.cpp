@@ -306,6 +306,13 @@ void TreeView::updateEditorGeometries()
         editor_->place();
 }
 
+void TreeView::scrollContentsBy(int dx, int dy)
+{
+    QTreeView::scrollContentsBy(dx, dy);
+    if (is_editing())
+        editor_->place(); // a long way is no scrolling to Qt's view, and leaves the box behind
+}
+
 void TreeView::set_OLEDragMode(bool automatic)
 {
     drags_nodes_ = automatic;
