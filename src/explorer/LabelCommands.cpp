@@ -138,7 +138,7 @@ bool LabelCommands::rename_folder(const QString& new_text) const
     const QString new_path = shared.tree_parent_key + u'\\' + Clean_file_name(new_text);
     if (new_path == shared.tree_node_path || !rename_on_disk(shared.tree_node_path, new_path))
         return false;
-    remove_stale_node(new_path);
+    remove_stale_node(tree, new_path);
     TreeNode* const node = tree.SelectedItem();
     tree.set_Key(node, new_path);
     shared.tree_node_path = new_path;
@@ -169,17 +169,10 @@ void LabelCommands::make_folder(const QString& name)
         show_message(msg_new_folder_failed);
         return;
     }
-    remove_stale_node(path);
+    remove_stale_node(tree, path);
     tree.set_Selected(tree.Add(tree.SelectedItem(), path, name, folder_image));
     take_selected_node(tree);
     panes_.tree.refresh_all();
     label_edit_armed_ = 1;
     tree.StartLabelEdit();
-}
-
-/// A folder that others have removed keeps its node for a while; its key is wanted for a new one.
-void LabelCommands::remove_stale_node(const QString& key) const
-{
-    if (const TreeNode* const stale = panes_.tvTreeView.Item(key))
-        panes_.tree.remove_tree_node(panes_.tvTreeView.Index(stale));
 }

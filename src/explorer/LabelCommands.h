@@ -34,7 +34,6 @@ private:
     void show_new_name(int row, const QString& new_text);
     bool rename_folder(const QString& new_text) const;
     void make_folder(const QString& name);
-    void remove_stale_node(const QString& key) const;
 
     Panes panes_;
     std::function<void()> release_player_;

@@ -26,6 +26,12 @@ void remove_children(TreeView& tree, const TreeNode* node)
         tree.Remove(tree.Index(node->children().back().get()));
 }
 
+void remove_stale_node(TreeView& tree, const QString& key)
+{
+    if (const TreeNode* const stale = tree.Item(key))
+        tree.Remove(tree.Index(stale));
+}
+
 QString new_folder_name(const QString& key)
 {
     const QString plain = u"new folder"_s;

@@ -23,5 +23,9 @@ void add_subfolders(TreeView& tree, TreeNode* node, const QString& path);
 /// Removes all that is below `node`.
 void remove_children(TreeView& tree, const TreeNode* node);
 
+/// Removes the node of this key, if there is one: a folder that others have removed keeps its node for a while, and its
+/// key is wanted for a new one.
+void remove_stale_node(TreeView& tree, const QString& key);
+
 /// The first of "new folder", "new folder1", "new folder2" and so on that is no folder in the folder of this key.
 QString new_folder_name(const QString& key);
