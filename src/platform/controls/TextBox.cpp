@@ -15,6 +15,7 @@ constexpr int longest_text = 16383;
 TextBox::TextBox(QWidget* parent) : QLineEdit(parent)
 {
     setMouseTracking(true);
+    setAcceptDrops(false);
     setMaxLength(longest_text);
     connect(this, &QLineEdit::textChanged, this, &TextBox::take_change);
 }

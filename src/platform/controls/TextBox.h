@@ -3,7 +3,7 @@
 #include <QLineEdit>
 
 /// A one-line text box. It keeps only what stands before a NUL, and no more than 16,383 characters, and tells of every
-/// change, also one made from code.
+/// change, also one made from code. Nothing can be dropped on it.
 class TextBox : public QLineEdit
 {
     Q_OBJECT
