@@ -12,6 +12,8 @@
 
 namespace {
 
+constexpr std::size_t buffer_size = 64 * std::size_t{1024};
+
 void require(bool done, const QByteArray& path)
 {
     if (!done) {
@@ -49,6 +51,30 @@ void list_and_read(const QByteArray& folder)
             read_start_and_tag(folder + '/' + entry->d_name);
     }
     closedir(listing);
+}
+
+void read_whole(const QByteArray& path)
+{
+    static std::array<char, buffer_size> buffer;
+    const int file = open(path.constData(), O_RDONLY | O_CLOEXEC);
+    require(file >= 0, path);
+    ssize_t count = 1;
+    while (count > 0)
+        count = read(file, buffer.data(), buffer.size());
+    require(count == 0, path);
+    close(file);
+}
+
+void read_first_buffer(const QByteArray& path)
+{
+    static std::array<char, buffer_size> buffer;
+    std::array<char, 128> tag{};
+    struct stat facts = {};
+    const int file = open(path.constData(), O_RDONLY | O_CLOEXEC);
+    require(file >= 0 && fstat(file, &facts) == 0, path);
+    require(read(file, buffer.data(), buffer.size()) >= 0, path);
+    require(pread(file, tag.data(), tag.size(), facts.st_size - 128) == 128, path);
+    close(file);
 }
 
 void write_tag(const QByteArray& path, const QByteArray& tag)

@@ -15,6 +15,12 @@ void look_for(const QByteArray& path);
 /// Lists a folder's names and calls read_start_and_tag for each file.
 void list_and_read(const QByteArray& folder);
 
+/// Reads a file from its beginning to its end, 64 KiB at a time.
+void read_whole(const QByteArray& path);
+
+/// Opens a file, asks its size, reads its first 64 KiB and its last 128 bytes, closes it.
+void read_first_buffer(const QByteArray& path);
+
 /// Writes 128 bytes over the end of a file.
 void write_tag(const QByteArray& path, const QByteArray& tag);
 

@@ -9,6 +9,7 @@
 #include "platform/MsgBox.h"
 #include "platform/controls/ListView.h"
 #include "platform/controls/StatusBar.h"
+#include "player.h"
 #include "player/Transport.h"
 #include "selection/Picks.h"
 #include "selection/final_list.h"
@@ -224,6 +225,7 @@ int main(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("SDL_AUDIODRIVER", "dummy");
     const QApplication application(argc, argv);
     set_message_box([](const QString& text, int, const QString&) { qFatal("%s", qPrintable(text)); });
 
@@ -232,6 +234,11 @@ int main(int argc, char** argv)
     add("fill_final_list", fill_final_list_floor, fill_final_list_work);
     add("change_fif", change_fif_floor, change_fif_work);
     add("write_tags", write_tags_floor, write_tags_work);
+    add("open_counted", open_counted_floor, open_counted_work);
+    add("open_told", open_told_floor, open_told_work);
+    benchmark::RegisterBenchmark("poll_values", poll_values);
+    benchmark::RegisterBenchmark("poll_tick", poll_tick)->Unit(benchmark::kMicrosecond);
+    benchmark::RegisterBenchmark("play_share", play_share)->Iterations(1)->UseRealTime()->Unit(benchmark::kMillisecond);
 
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
