@@ -197,12 +197,10 @@ void ListViewEvents::end_label_edit(const QPersistentModelIndex& edited, bool ac
         return;
     // The handler may refill the list, start the next edit or destroy the list.
     const QPointer<ListView> list(&list_);
-    const QPersistentModelIndex index = edited;
-    const QString typed = text;
     bool cancel = false;
-    Q_EMIT list_.AfterLabelEdit(cancel, typed);
-    if (!list.isNull() && !cancel && index.isValid())
-        list_.set_Text(index.row() + 1, typed);
+    Q_EMIT list_.AfterLabelEdit(cancel, text);
+    if (!list.isNull() && !cancel && edited.isValid())
+        list_.set_Text(edited.row() + 1, text);
 }
 
 void ListViewEvents::cancel_label_edit()

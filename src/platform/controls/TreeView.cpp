@@ -272,12 +272,10 @@ void TreeView::end_label_edit(const QPersistentModelIndex& edited, bool accepted
         return;
     // The handler may remove the node, start the next edit or destroy the tree.
     const QPointer<TreeView> self(this);
-    const QPersistentModelIndex index = edited;
-    const QString typed = text;
     bool cancel = false;
-    Q_EMIT AfterLabelEdit(cancel, typed);
-    if (!self.isNull() && !cancel && index.isValid())
-        set_Text(TreeModel::node_at(index), typed);
+    Q_EMIT AfterLabelEdit(cancel, text);
+    if (!self.isNull() && !cancel && edited.isValid())
+        set_Text(TreeModel::node_at(edited), text);
 }
 
 bool TreeView::is_editing() const
