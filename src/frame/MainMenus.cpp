@@ -3,7 +3,6 @@
 #include "platform/controls/message_window.h"
 
 #include <QKeySequence>
-#include <QSet>
 
 #include <span>
 
@@ -137,10 +136,5 @@ void MainMenus::enable_tree_entries(const TreeMenuEntries& enabled) const
 
 bool has_command(const QString& name)
 {
-    static const QSet<QString> without_command{
-        u"menu_Tool_Burn"_s,
-        u"menu_Tool_Select_Burning_Program"_s,
-        u"menu_Help_about"_s,
-    };
-    return !without_command.contains(name);
+    return name != u"menu_Help_about"_s;
 }

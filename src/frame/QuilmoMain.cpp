@@ -7,12 +7,14 @@
 #include "convert/genre_controls.h"
 #include "core/mod_of_grobal_var.h"
 #include "core/user_settings.h"
+#include "explorer/File_copy_Dlg.h"
 #include "mp3/cIDV3.h"
 #include "platform/controls/ShellExecute.h"
 #include "platform/controls/message_window.h"
 #include "platform/own_words.h"
 #include "platform/twips.h"
 #include "player/mod_volume_ctl.h"
+#include "selection/BurningProgram.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -73,13 +75,13 @@ QuilmoMain::QuilmoMain()
              .selected_tree_key = [this] { return tree_.selected_key(); },
              .click_row = [this](int index) { list_.ItemClick(index); },
              .refresh_all = [this] { tree_.refresh_all(); }}),
-      commands_(controls_, menus_,
-                {.tvTreeView = *controls_.tvTreeView,
-                 .lvListView = *controls_.lvListView,
-                 .tree = tree_,
-                 .list = list_,
-                 .picks = picks_},
-                [this] { playback_.release(); })
+      panes_{.tvTreeView = *controls_.tvTreeView,
+             .lvListView = *controls_.lvListView,
+             .tree = tree_,
+             .list = list_,
+             .picks = picks_},
+      commands_(controls_, menus_, panes_, [this] { playback_.release(); }),
+      drag_and_drop_(panes_)
 {
     build_window();
     connect_panes();
@@ -185,6 +187,7 @@ void QuilmoMain::connect_buttons()
     connect(&*controls_.cmd_select_all, &UsrButton::Click, &picks_, guarded([this] { picks_.cmd_select_all_Click(); }));
     connect(&*controls_.cmdRemove, &UsrButton::Click, &picks_, guarded([this] { picks_.cmdRemove_Click(); }));
     connect(&*controls_.Change_all, &UsrButton::Click, &picks_, guarded([this] { picks_.Change_all_Click(); }));
+    connect(&*controls_.cmdBurn, &UsrButton::Click, this, guarded([] { cmdBurn_Click(); }));
     connect(&*controls_.cmdSave, &UsrButton::Click, &hover_, guarded([this] { save_.cmdSave_Click(); }));
 }
 
@@ -215,6 +218,8 @@ void QuilmoMain::connect_menus()
     do_on(u"mnu_ListView_select_all"_s, [this] { picks_.cmd_select_all_Click(); });
     do_on(u"menu_Tool_clear_all"_s, [this] { picks_.cmdRemove_Click(); });
     do_on(u"menu_Tool_display_final_list"_s, [this] { picks_.Change_all_Click(); });
+    do_on(u"menu_Tool_Burn"_s, cmdBurn_Click);
+    do_on(u"menu_Tool_Select_Burning_Program"_s, menu_Tool_Select_Burning_Program_Click);
     do_on(u"mnu_ListView_auto"_s, [this] { show_auto_convert(); });
     do_on(u"menu_Tool_Select_FIF_Format"_s,
           [this] { Select_FIF_Format(*controls_.cboGenre, *controls_.txtGenre, this).exec(); });
@@ -289,6 +294,7 @@ void QuilmoMain::show_final_list()
                                                                 .small_icons = controls_.ImageList_listView},
                                       this);
     connect(final_list_dialog_.get(), &FIF_convert::edit_wanted, this, guarded([this] { show_single_edit(); }));
+    connect(final_list_dialog_.get(), &FIF_convert::copy_wanted, this, guarded([this] { show_destination_choice(); }));
     final_list_dialog_->exec();
     final_list_dialog_.reset();
     picks_.show_final_total();
@@ -301,6 +307,13 @@ void QuilmoMain::show_single_edit()
         {.refresh_all = [this] { tree_.refresh_all(); }, .Fill_list = [this] { final_list_dialog_->Fill_list(); }},
         final_list_dialog_.get());
     edit.exec();
+}
+
+void QuilmoMain::show_destination_choice()
+{
+    File_copy_Dlg dialog({.refresh_all = [this] { tree_.refresh_all(); }, .images = controls_.ImageList1},
+                         final_list_dialog_.get());
+    dialog.exec();
 }
 
 void QuilmoMain::show_auto_convert()

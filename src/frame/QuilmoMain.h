@@ -2,8 +2,10 @@
 
 #include "convert/FIF_convert.h"
 #include "convert/SaveButton.h"
+#include "explorer/DragAndDrop.h"
 #include "explorer/FileList.h"
 #include "explorer/FolderTree.h"
+#include "explorer/Panes.h"
 #include "frame/DetailBoxes.h"
 #include "frame/ExplorerCommands.h"
 #include "frame/Layout.h"
@@ -55,6 +57,7 @@ private:
     void set_form_size(int width, int height);
     void show_final_list();
     void show_single_edit();
+    void show_destination_choice();
     void show_auto_convert();
     void show_list_menu(bool on_row);
     void tell_no_audio_device();
@@ -78,7 +81,9 @@ private:
     Picks picks_;
     FileList list_;
     SaveButton save_;
+    Panes panes_;
     ExplorerCommands commands_;
+    DragAndDrop drag_and_drop_;
     std::unique_ptr<FIF_convert> final_list_dialog_;
 };
 

@@ -1,12 +1,17 @@
 #include "core/mod_of_grobal_var.h"
+#include "explorer/File_copy_Dlg.h"
 #include "frame/QuilmoMain.h"
 #include "frame/Splash_Dlg.h"
+#include "platform/controls/CommonDialog.h"
 #include "platform/controls/ShellExecute.h"
+#include "platform/controls/drag.h"
 #include "platform/settings.h"
 #include "sample_files.h"
 #include "test_main.h"
 
 #include <QApplication>
+#include <QDrag>
+#include <QDragEnterEvent>
 #include <QFile>
 #include <QSettings>
 #include <QSignalSpy>
@@ -83,6 +88,10 @@ private Q_SLOTS:
     void buttons_and_entries_pick();
     void buttons_and_entries_pick_data();
     void final_list_dialog_opens_and_goes();
+    void final_list_is_copied_into_a_chosen_folder();
+    void burning_starts_from_button_and_entries_data();
+    void burning_starts_from_button_and_entries();
+    void rows_are_dragged_onto_the_tree();
     void closing_ends_the_open_dialogs();
 
     void focus_is_noted();
@@ -504,6 +513,8 @@ void TestQuilmoMain::commands_that_work_data()
                              "menu_Tool_display_final_list",
                              "menu_Tool_Select_FIF_Format",
                              "menu_Tool_Set_Genre_Type",
+                             "menu_Tool_Burn",
+                             "menu_Tool_Select_Burning_Program",
                              "mnu_ListView_auto",
                              "mnu_ListView_select_all",
                              "mnu_ListView_copy",
@@ -516,8 +527,7 @@ void TestQuilmoMain::commands_that_work_data()
                              "Delete",
                              "Refresh"})
         QTest::newRow(name) << true;
-    for (const char* name : {"menu_Tool_Burn", "menu_Tool_Select_Burning_Program", "menu_Help_about"})
-        QTest::newRow(name) << false;
+    QTest::newRow("menu_Help_about") << false;
 }
 
 void TestQuilmoMain::commands_that_work()
@@ -669,6 +679,91 @@ void TestQuilmoMain::final_list_dialog_opens_and_goes()
     QVERIFY(window_->findChild<FIF_convert*>(u"FIF_convert"_s) == nullptr);
     // The dialog drops what has vanished; the main window's total follows.
     QCOMPARE(control<StatusBar>(u"StatusBar1"_s).panel_text(3), u"2 files/0MB"_s);
+}
+
+void TestQuilmoMain::final_list_is_copied_into_a_chosen_folder()
+{
+    show_music_folder();
+    disk_->make_folder(u"C:\\Disc"_s);
+    entry(u"menu_Tool_Select_all"_s).trigger();
+    bool is_copied = false;
+    QTimer::singleShot(0, this, [&] {
+        QTimer::singleShot(0, this, [&] {
+            auto* dialog = window_->findChild<File_copy_Dlg*>(u"File_copy_Dlg"_s);
+            QVERIFY(dialog != nullptr);
+            QVERIFY(dialog->isModal());
+            auto* folders = dialog->findChild<TreeView*>(u"FileCopyTreeView"_s);
+            QVERIFY(!folders->Item(1)->children().empty());
+            folders->set_Selected(folders->Item(u"C:\\Disc"_s));
+            Q_EMIT folders->NodeClick(folders->SelectedItem());
+            QTest::mouseClick(dialog->findChild<UsrButton*>(u"cmd_ok"_s), Qt::LeftButton);
+            is_copied = disk_->exists(u"C:\\Disc\\three.mp3"_s);
+        });
+        auto* dialog = window_->findChild<FIF_convert*>(u"FIF_convert"_s);
+        QTest::mouseClick(dialog->findChild<UsrButton*>(u"cmd_transfer"_s), Qt::LeftButton);
+        dialog->close();
+    });
+    QTest::mouseClick(&control<UsrButton>(u"Change_all"_s), Qt::LeftButton);
+    QVERIFY(is_copied);
+    QVERIFY(disk_->exists(u"C:\\Music\\three.mp3"_s));
+}
+
+void TestQuilmoMain::burning_starts_from_button_and_entries_data()
+{
+    QTest::addColumn<bool>("chooses");
+    QTest::newRow("cmdBurn") << false;
+    QTest::newRow("menu_Tool_Burn") << false;
+    QTest::newRow("menu_Tool_Select_Burning_Program") << true;
+}
+
+void TestQuilmoMain::burning_starts_from_button_and_entries()
+{
+    open_window();
+    shared.burn_program_path = u"C:\\gone.exe"_s;
+    int choices = 0;
+    set_file_chooser([&choices](const CommonDialog& /*dialog*/) {
+        ++choices;
+        return QString();
+    });
+    const QString name = QString::fromUtf8(QTest::currentDataTag());
+    if (auto* button = window_->findChild<UsrButton*>(name))
+        QTest::mouseClick(button, Qt::LeftButton);
+    else
+        entry(name).trigger();
+    set_file_chooser({});
+    QFETCH(const bool, chooses);
+    QCOMPARE(choices, chooses ? 1 : 0);
+    QCOMPARE(messages_->take().size(), chooses ? 0 : 1);
+}
+
+void TestQuilmoMain::rows_are_dragged_onto_the_tree()
+{
+    show_music_folder();
+    disk_->make_folder(u"C:\\Music\\Old"_s);
+    entry(u"menu_View_refresh"_s).trigger();
+    auto& tree = control<TreeView>(u"tvTreeView"_s);
+    auto& list = control<ListView>(u"lvListView"_s);
+    tree.set_Expanded(tree.Item(u"C:\\Music"_s), true);
+    const QString name = list.Item(1).Text;
+    set_drag_runner([&tree](QDrag& drag) {
+        const QPoint target = tree.node_rect(tree.Item(u"C:\\Music\\Old"_s)).center();
+        QDragEnterEvent enter(target, Qt::CopyAction, drag.mimeData(), Qt::LeftButton, {});
+        QApplication::sendEvent(tree.viewport(), &enter);
+        QDropEvent drop(target, Qt::CopyAction, drag.mimeData(), Qt::LeftButton, {});
+        QApplication::sendEvent(tree.viewport(), &drop);
+    });
+    QWidget* const rows = list.view()->viewport();
+    const QPoint from = rows->mapFrom(&list, list.row_rect(1).center());
+    const QPoint to = from + QPoint(QApplication::startDragDistance(), 0);
+    QTest::mousePress(rows, Qt::LeftButton, {}, from);
+    QMouseEvent pull(QEvent::MouseMove, to, rows->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(rows, &pull);
+    QTest::mouseRelease(rows, Qt::LeftButton, {}, to);
+    set_drag_runner({});
+    QVERIFY(disk_->exists(u"C:\\Music\\Old\\"_s + name));
+    QVERIFY(!disk_->exists(u"C:\\Music\\"_s + name));
+    QCOMPARE(list.Count(), 1);
+    QCOMPARE(tree.SelectedItem()->Key(), u"C:\\Music\\Old"_s);
 }
 
 void TestQuilmoMain::closing_ends_the_open_dialogs()
