@@ -78,12 +78,12 @@ struct Shared
     QString edit_folder;       ///< folder of the file handed to a dialog
     QString edit_file_name;    ///< name of the file handed to a dialog
 
-    i16 is_playing = 0;       ///< 1 while the player is playing
+    i16 is_playing = 0; ///< 1 while the player is playing
+    i16 is_muted = 0;
+    i32 volume_word = 0;      ///< last level given to the wave device: left in the low word, right in the high word
     QString playing_mp3_path; ///< what the player took last; kept after a stop
     QString scroll_title;     ///< the title line as it stands now, with any lead of blanks
     QString scroll_tail;
-    i16 is_muted = 0;
-    i32 volume_word = 0; ///< last level given to the wave device: left in the low word, right in the high word
 
     i16 list_drag_active = 0;     ///< 1 if the last mouse press hit a row
     i16 last_open_node_index = 0; ///< tree node that shows the open folder, -1 for none
@@ -104,26 +104,25 @@ struct Shared
     i32 final_list_bytes = 0;
 
     std::array<CopyListEntry, 301> copy_list{}; ///< all slots are used
+    QString copy_source_folder;                 ///< the folder of those names, with trailing backslash
+    QString copied_folder_path;                 ///< key of the folder taken by the tree's Copy
     i16 copy_list_count = 0;
-    QString copy_source_folder; ///< the folder of those names, with trailing backslash
-    QString copied_folder_path; ///< key of the folder taken by the tree's Copy
 
+    i16 drag_node_index = 0; ///< index of the tree node pressed last
+    i32 folder_mp3_mb = 0;   ///< running total of whole megabytes of the listed files
+    QString drag_node_key;   ///< key of the tree node pressed last; also the list of paths of a drop of files
     QString tree_node_path;  ///< key of the current tree node
     QString tree_parent_key; ///< key of its parent
-    QString drag_node_key;   ///< key of the tree node pressed last; also the list of paths of a drop of files
-    i16 drag_node_index = 0; ///< its index
 
     QString dest_folder_path; ///< key of the node chosen as a destination
     QString dest_node_key;    ///< key of its parent
 
-    i32 folder_mp3_mb = 0; ///< running total of whole megabytes of the listed files
     i16 folder_mp3_count = 0;
-
     i16 min_form_width = 0; ///< size of the main form at start, in twips
     i16 min_form_height = 0;
+    i16 file_number_1_open = 0; ///< 1 once a short file has left file number 1 open
 
     std::shared_ptr<cIDV3> id3_object;     ///< made by id3() at its first use
-    i16 file_number_1_open = 0;            ///< 1 once a short file has left file number 1 open
     DetailFields* detail_fields = nullptr; ///< the main window's six fields; nullptr while there is no window
 };
 

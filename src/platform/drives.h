@@ -25,6 +25,7 @@ struct Drive
     bool IsReady = false;   ///< a medium is there and can be read
     QByteArray mount_point; ///< where its root is; empty while nothing is mounted
     QByteArray device;      ///< node under /dev, empty for none; finds the mount point of a late medium
+    QString ShareName{};    ///< of a drive of the network: the name under which it is shared
 };
 
 /// The lettered drives in alphabetical order: read from the machine at the first call and then kept.
