@@ -98,6 +98,15 @@ float largest_step(const Sound& sound)
     return largest;
 }
 
+/// Whether the last samples are the end of a fade: without one they hold a whole period of the steady tone.
+bool fades_out(const Sound& sound)
+{
+    constexpr std::ptrdiff_t period = 29;
+    const float limit = static_cast<float>(tone_amplitude(gain)) / 5;
+    const auto is_low = [limit](float value) { return std::abs(value) < limit; };
+    return std::ssize(sound) > 4 * smoothed && std::all_of(sound.end() - 2 * period, sound.end(), is_low);
+}
+
 /// The steps that the low tone makes by itself, doubled: clicks of half its height are ten times as large.
 float allowed_step()
 {
@@ -283,6 +292,30 @@ private Q_SLOTS:
         listener.player->Stop();
         QVERIFY(listener.listen());
         QVERIFY(largest_step(listener.heard()) < allowed_step());
+    }
+
+    void a_player_that_goes_does_not_click()
+    {
+        Listener listener(tone_audio({.frames = 200, .tone = steady_tone}), 20);
+        QVERIFY(listener.open());
+        QVERIFY(listener.plays_to(0.1));
+        QVERIFY(fades_out(listener.heard()));
+    }
+
+    void a_device_that_makes_way_for_another_rate_does_not_click()
+    {
+        const QString other = u"C:\\Music\\b.mp3"_s;
+        const TestDisk disk;
+        disk.write(path, tone_audio({.frames = 200, .tone = steady_tone}));
+        disk.write(other, tone_audio({.frames = 20, .rate = 22050, .kilobits = {64}}));
+        const SoundFile first(20);
+        MediaPlayer player;
+        player.Open(path);
+        QTRY_VERIFY(player.CurrentPosition() > 0.1);
+        const SoundFile second;
+        player.Open(other);
+        QTRY_VERIFY(player.SelectionEnd() > 0);
+        QVERIFY(fades_out(first.heard()));
     }
 
     void a_stopped_file_is_silent_at_once()

@@ -3,11 +3,15 @@
 #include "platform/wave_volume.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace {
 
 constexpr int usual_rate = 44100;
+
+/// A device that works has asked for samples long before.
+constexpr std::chrono::milliseconds longest_fade(200);
 
 } // namespace
 
@@ -17,6 +21,7 @@ MediaPlayer::~MediaPlayer()
 {
     {
         const Lock lock(mutex_);
+        track_ = DecodedTrack();
         ends_ = true;
         cancelled_ = true;
     }
@@ -104,6 +109,7 @@ void MediaPlayer::work()
         else
             switch_output(lock);
     }
+    let_sound_end(lock);
     lock.unlock();
     output_.close();
 }
@@ -136,11 +142,19 @@ void MediaPlayer::prepare_output(int rate)
 {
     if (output_.fits(rate))
         return;
+    Lock lock(mutex_);
+    let_sound_end(lock);
+    lock.unlock();
     if (!output_.open(rate))
         QMetaObject::invokeMethod(this, &MediaPlayer::no_audio_device, Qt::QueuedConnection);
-    const Lock lock(mutex_);
+    lock.lock();
     fader_ = Fader(rate);
     output_runs_ = false;
+}
+
+void MediaPlayer::let_sound_end(Lock& lock)
+{
+    work_came_.wait_for(lock, longest_fade, [this] { return !output_runs_ || fader_.is_quiet(); });
 }
 
 void MediaPlayer::seek(Lock& lock)

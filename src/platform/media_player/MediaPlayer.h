@@ -49,6 +49,8 @@ private:
     bool has_work() const;
     void take_request(Lock& lock);
     void prepare_output(int rate);
+    /// Waits until the file that is given up has faded out, so that the device goes without a click.
+    void let_sound_end(Lock& lock);
     void seek(Lock& lock);
     void decode(Lock& lock);
     void switch_output(Lock& lock);
