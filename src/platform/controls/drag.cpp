@@ -32,10 +32,12 @@ void run_drag(QWidget& source, std::unique_ptr<QMimeData> data, const QPixmap& p
     drag->setMimeData(data.release());
     drag->setPixmap(picture);
     drag->setHotSpot(QPoint(hot_spot, hot_spot));
-    if (drag_runner())
-        drag_runner()(*drag);
-    else
+    if (!drag_runner()) {
+        // The toolkit deletes it in its time: another program fetches the data after the drop.
         drag->exec(Qt::CopyAction);
+        return;
+    }
+    drag_runner()(*drag);
     if (!drag.isNull())
         drag->deleteLater();
 }
