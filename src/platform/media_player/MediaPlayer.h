@@ -27,6 +27,7 @@ class MediaPlayer : public QObject, public MediaPlayerCtl
 public:
     MediaPlayer();
     ~MediaPlayer() override;
+    Q_DISABLE_COPY_MOVE(MediaPlayer)
 
     void Open(const QString& file) override;
     void Stop() override;
