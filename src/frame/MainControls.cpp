@@ -270,7 +270,7 @@ void MainControls::create_player(QWidget& form)
 void MainControls::create_title_line(QWidget& ground)
 {
     constexpr int top = to_twips(16);
-    constexpr int time_width = to_twips(40);
+    constexpr int time_width = to_twips(48); ///< minutes may take three digits
     constexpr int stroke_width = to_twips(8);
     constexpr int title_left = player_inner_left + to_twips(24);
     constexpr int total_left = player_inner_right - time_width;

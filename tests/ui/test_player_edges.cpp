@@ -43,6 +43,7 @@ private Q_SLOTS:
     void a_file_that_fails_waits_for_ever();
     void a_file_removed_while_it_plays_plays_on_and_opens_no_more();
     void an_exit_while_muted_after_a_start_forgets_the_volume();
+    void minutes_of_three_digits_are_shown_whole();
     void a_playing_file_is_not_renamed_in_the_list();
     void a_stopped_file_is_renamed_in_the_list_and_lost_to_the_player();
 
@@ -73,6 +74,7 @@ void TestPlayerEdges::init()
 {
     QSettings(QSettings::IniFormat, QSettings::UserScope, u"Quilmo"_s).clear();
     disk_ = std::make_unique<TestDisk>();
+    disk_->make_folder(music);
     disk_->make_folder(others);
     messages_ = std::make_unique<NotedMessages>();
     shared = {};
@@ -307,6 +309,16 @@ void TestPlayerEdges::an_exit_while_muted_after_a_start_forgets_the_volume()
     QCOMPARE(shared.vol_type, i16(0));
     QCOMPARE(knob->x(), 0);
     QCOMPARE(shared.is_muted, i16(0));
+}
+
+void TestPlayerEdges::minutes_of_three_digits_are_shown_whole()
+{
+    open_window();
+    for (const QString& name : {u"CurrentTime"_s, u"TotalTime"_s}) {
+        auto& label = control<QLabel>(name);
+        label.setText(u"100:00"_s);
+        QVERIFY(label.sizeHint().width() <= label.width());
+    }
 }
 
 void TestPlayerEdges::a_playing_file_is_not_renamed_in_the_list()
