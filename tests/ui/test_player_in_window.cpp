@@ -315,11 +315,17 @@ void TestPlayerInWindow::a_rename_brings_the_file_back()
     QCOMPARE(shared.is_playing, i16(playing ? 1 : 0));
     QCOMPARE(control<QTimer>(u"UpdatePos"_s).isActive(), playing);
     QCOMPARE(shared.scroll_title, fif_name.chopped(4));
+    // Both dialogs of the final list stop without the stop button, which alone hides the knob.
+    const auto& knob = control<QWidget>(u"play_index_button"_s);
+    QCOMPARE(knob.isVisible(), playing || way == u"batch"_s || way == u"edit"_s);
     QTRY_COMPARE(descriptors_of(native(fif_name)), 1);
-    if (playing)
+    if (playing) {
         QTRY_COMPARE(total(), u"00:08"_s);
-    else
+    } else {
         QCOMPARE(control<QLabel>(u"CurrentTime"_s).text(), u"00:00"_s);
+        QCOMPARE(total(), u"00:00"_s); // no poll shows the length
+        QCOMPARE(knob.x(), 0);
+    }
 }
 
 void TestPlayerInWindow::a_refused_rename_lets_go_of_the_file_meanwhile()
