@@ -33,7 +33,7 @@ TreeNode* add_drive(TreeView& tree, TreeNode* root, const Drive& drive)
     case DriveType::removable:
         return tree.Add(root, key, letter, removable_image);
     case DriveType::remote:
-        return tree.Add(root, key, drive.VolumeName + letter, u"Drivenet"_s);
+        return tree.Add(root, key, drive.ShareName + letter, u"Drivenet"_s);
     case DriveType::cd:
         return tree.Add(root, key, letter, cd_image);
     default:

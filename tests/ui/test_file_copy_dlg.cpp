@@ -29,7 +29,8 @@ Drive drive(const QString& letter, DriveType type, bool is_ready)
             .VolumeName = u"Volume"_s,
             .IsReady = is_ready,
             .mount_point = {},
-            .device = {}};
+            .device = {},
+            .ShareName = u"Share"_s};
 }
 
 /// Prompts that note whether a form was on the screen when they asked.
@@ -230,7 +231,7 @@ void TestFileCopyDlg::drives_are_shown_data()
         QTest::addRow("unknown, %s", state) << DriveType::unknown << is_ready << u"DRIVE"_s << named;
         QTest::addRow("removable, %s", state) << DriveType::removable << is_ready << u"35floppy"_s << u"(X:)"_s;
         QTest::addRow("fixed, %s", state) << DriveType::fixed << is_ready << u"DRIVE"_s << named;
-        QTest::addRow("network, %s", state) << DriveType::remote << is_ready << u"Drivenet"_s << u"Volume(X:)"_s;
+        QTest::addRow("network, %s", state) << DriveType::remote << is_ready << u"Drivenet"_s << u"Share(X:)"_s;
         QTest::addRow("CD, %s", state) << DriveType::cd << is_ready << u"Cddrive"_s << u"(X:)"_s;
         QTest::addRow("RAM, %s", state) << DriveType::ram << is_ready << u"DRIVE"_s << named;
     }
