@@ -670,7 +670,5 @@ void TestFileOperationCopy::more_is_told_to_follow_until_the_last()
     QCOMPARE(guide.take().size(), 1);
 }
 
-Q_DECLARE_METATYPE(FileCalls)
-
 QUILMO_LOGIC_TEST(TestFileOperationCopy)
 #include "test_file_operation_copy.moc"

@@ -518,7 +518,5 @@ void TestFileOperationFaults::killed_copy_leaves_whole_files_alone()
     }
 }
 
-Q_DECLARE_METATYPE(FileCalls)
-
 QUILMO_LOGIC_TEST(TestFileOperationFaults)
 #include "test_file_operation_faults.moc"
