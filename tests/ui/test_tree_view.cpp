@@ -164,7 +164,7 @@ private Q_SLOTS:
     void click_on_a_node_is_told();
     void click_on_the_selected_node_is_told_again();
     void click_beside_the_nodes_chooses_nothing();
-    void middle_click_is_no_NodeClick();
+    void middle_click_neither_selects_nor_is_a_NodeClick();
     void press_that_slides_off_still_tells_what_it_selected();
     void handler_of_NodeClick_may_remove_nodes();
     void keys_choose_nodes();
@@ -496,12 +496,16 @@ void TestTreeView::click_beside_the_nodes_chooses_nothing()
     QCOMPARE(form.take(), (QStringList{u"MouseDown 1"_s, u"Collapse a"_s, u"MouseUp 1"_s}));
 }
 
-void TestTreeView::middle_click_is_no_NodeClick()
+void TestTreeView::middle_click_neither_selects_nor_is_a_NodeClick()
 {
     Form form;
     form.grow();
-    form.click(form.on_text(form.root), Qt::MiddleButton);
-    QCOMPARE(form.take(), (QStringList{u"MouseDown 4"_s, u"MouseUp 4"_s}));
+    form.tree.set_Selected(form.root);
+    for (int click = 0; click < 2; ++click) {
+        form.click(form.on_text(form.a), Qt::MiddleButton);
+        QCOMPARE(form.take(), (QStringList{u"MouseDown 4"_s, u"MouseUp 4"_s}));
+        QCOMPARE(form.tree.SelectedItem(), form.root);
+    }
 }
 
 void TestTreeView::press_that_slides_off_still_tells_what_it_selected()

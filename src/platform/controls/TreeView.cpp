@@ -170,7 +170,9 @@ void TreeView::mousePressEvent(QMouseEvent* event)
     const TreeNode* selected = SelectedItem();
     selected_before_ = currentIndex();
     pressed_ = chooses ? model_->index_of(clickable_at(point)) : QModelIndex();
-    QTreeView::mousePressEvent(event);
+    // Any button would select for Qt's view, and nobody would be told of it.
+    if (chooses)
+        QTreeView::mousePressEvent(event);
     press_selected_ = SelectedItem() != selected;
     press_point_ = point;
     has_dragged_ = false;
