@@ -120,9 +120,8 @@ void FileCommands::mnu_tree_delete_Click()
 
 void FileCommands::mnu_ListView_delete_Click()
 {
-    if (commanded_node(panes_.tvTreeView) == nullptr)
+    if (commanded_node(panes_.tvTreeView) == nullptr || !rows_are_of_selected_node(panes_))
         return;
-    take_selected_node(panes_.tvTreeView);
     const std::vector<ListRow> rows = selected_rows(panes_.lvListView);
     QString paths;
     for (const ListRow& row : rows)

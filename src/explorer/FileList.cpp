@@ -67,6 +67,7 @@ void FileList::FillListView(const QString& path)
 {
     shared.folder_mp3_mb = 0;
     shared.folder_mp3_count = 0;
+    folder_ = with_trailing_backslash(path);
     list_.Clear();
     if (errors_ignored([&] { fill(path); }))
         return;

@@ -26,6 +26,8 @@ public:
     /// Empties the list and fills it from the folder `path`, with or without a trailing backslash. A folder that can't
     /// be listed is shown as message 104.
     void FillListView(const QString& path);
+    /// Whether the rows are those of this folder, which ends in a backslash.
+    bool shows(const QString& folder) const { return folder == folder_; }
     /// What a click on a row does. Any failure ends it silently.
     void ItemClick(int index);
     /// Sorts by column 0, 1 or 2 and turns that column's direction round; other columns do nothing.
@@ -56,4 +58,5 @@ private:
     ListView& list_;
     StatusBar& status_bar_;
     Picks& picks_;
+    QString folder_; ///< of the last fill, with trailing backslash
 };

@@ -41,7 +41,8 @@ LabelCommands::LabelCommands(const Panes& panes, std::function<void()> release_p
 
 void LabelCommands::mnu_ListView_rename_Click()
 {
-    if (commanded_node(panes_.tvTreeView) == nullptr || panes_.lvListView.Count() == 0)
+    if (commanded_node(panes_.tvTreeView) == nullptr || panes_.lvListView.Count() == 0 ||
+        !rows_are_of_selected_node(panes_))
         return;
     label_edit_armed_ = 1;
     panes_.lvListView.StartLabelEdit();

@@ -23,3 +23,8 @@ TreeNode* commanded_node(const TreeView& tree);
 
 /// Brings the shared state's current node in line with the selected one: its key, its parent's key and its folder.
 void take_selected_node(const TreeView& tree);
+
+/// Makes the selected folder, which is not the computer, the current one, and gives whether the list shows its files. A
+/// click on a folder may have ended before it filled the list: then the files are listed now, and nothing is to be done
+/// to rows that were those of another folder.
+bool rows_are_of_selected_node(const Panes& panes);

@@ -51,7 +51,7 @@ void ExplorerCommands::connect_menus()
     do_on(u"menu_Edit_copy"_s, [this] { edit_.menu_Edit_copy_Click(); });
     do_on(u"menu_Edit_paste"_s, [this] { edit_.menu_Edit_paste_Click(); });
     do_on(u"menu_Edit_delete"_s, [this] { edit_.menu_Edit_delete_Click(); });
-    do_on(u"menu_View_refresh"_s, [this] { panes_.tree.refresh_all(); });
+    do_on(u"menu_View_refresh"_s, [this] { refresh(); });
     connect(&menus_.menu_File(), &QMenu::aboutToShow, this, [this] {
         menus_.entry(u"menu_File_add_folder"_s).setEnabled(commanded_node(panes_.tvTreeView) != nullptr);
     });
@@ -74,7 +74,16 @@ void ExplorerCommands::ButtonClick(const QString& key)
     else if (key == u"Delete"_s)
         files_.delete_in_pane();
     else if (key == u"Refresh"_s)
-        panes_.tree.refresh_all();
+        refresh();
+}
+
+// Copy, paste and drags take the current folder for the one that is listed.
+void ExplorerCommands::refresh()
+{
+    if (commanded_node(panes_.tvTreeView) == nullptr)
+        return;
+    take_selected_node(panes_.tvTreeView);
+    panes_.tree.refresh_all();
 }
 
 void ExplorerCommands::connect_tree_menu()

@@ -37,6 +37,7 @@ private:
     void connect_tree_menu();
     void do_on(const QString& entry, std::function<void()> handler);
     void ButtonClick(const QString& key);
+    void refresh();
     void show_tree_menu(QPoint point);
 
     const MainControls& controls_;

@@ -54,6 +54,10 @@ private Q_SLOTS:
     void auto_convert_opens_from_the_list();
 
     void a_click_on_a_selected_label_edits_nothing();
+    void a_refresh_makes_the_selected_folder_the_current_one_data();
+    void a_refresh_makes_the_selected_folder_the_current_one();
+    void other_buttons_choose_no_folder_data();
+    void other_buttons_choose_no_folder();
     void too_many_rows_to_copy_end_the_program();
     void the_file_menu_knows_the_computer();
     void the_tree_menu_is_for_the_selected_node();
@@ -336,6 +340,48 @@ void TestExplorerCommands::a_click_on_a_selected_label_edits_nothing()
     tree().StartLabelEdit();
     QVERIFY(!list().is_editing());
     QVERIFY(!tree().is_editing());
+}
+
+void TestExplorerCommands::a_refresh_makes_the_selected_folder_the_current_one_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::newRow("the menu") << u"menu"_s;
+    QTest::newRow("F5") << u"key"_s;
+    QTest::newRow("the toolbar") << u"toolbar"_s;
+}
+
+// The click on the folder has ended early: the index of the folder last opened is from a time with more nodes.
+void TestExplorerCommands::a_refresh_makes_the_selected_folder_the_current_one()
+{
+    QFETCH(const QString, way);
+    disk_->write(u"C:\\Rock\\two.mp3"_s, "rock");
+    shared.last_open_node_index = 1000;
+    driver_->click_node(u"C:\\Rock"_s);
+    QCOMPARE(list().Count(), 2);
+    if (way == u"menu"_s)
+        driver_->choose(u"menu_View"_s, u"menu_View_refresh"_s);
+    else
+        run(way, {}, {}, {}, QKeyCombination(Qt::Key_F5), u"Refresh"_s);
+    QCOMPARE(list().Count(), 1);
+    list().set_Selected(1, true);
+    entry(u"mnu_ListView_copy"_s).trigger();
+    QCOMPARE(shared.copy_source_folder, u"C:\\Rock\\"_s);
+}
+
+void TestExplorerCommands::other_buttons_choose_no_folder_data()
+{
+    QTest::addColumn<Qt::MouseButton>("button");
+    QTest::newRow("the middle one") << Qt::MiddleButton;
+    QTest::newRow("the one for the way back") << Qt::BackButton;
+}
+
+// A folder chosen without a click on it would leave the list with the files of another one.
+void TestExplorerCommands::other_buttons_choose_no_folder()
+{
+    QFETCH(const Qt::MouseButton, button);
+    const QRect place = tree().node_rect(tree().Item(u"C:\\Rock"_s));
+    QTest::mouseClick(tree().viewport(), button, {}, QPoint(place.left() + 24, place.center().y()));
+    QCOMPARE(tree().SelectedItem()->Key(), u"C:\\Pop"_s);
 }
 
 void TestExplorerCommands::too_many_rows_to_copy_end_the_program()

@@ -86,6 +86,7 @@ private Q_SLOTS:
     void after_a_failure_only_what_is_gone_leaves_the_final_list();
     void deleting_no_rows_asks_nothing_and_fills_the_list();
     void the_rows_selected_at_the_start_are_deleted();
+    void rows_of_another_folder_are_not_deleted();
 
     void commands_go_to_the_pane_of_the_last_act_data();
     void commands_go_to_the_pane_of_the_last_act();
@@ -439,6 +440,25 @@ void TestFileCommands::the_rows_selected_at_the_start_are_deleted()
     QCOMPARE(panes_->on_disk(u"C:\\Pop"_s), (QStringList{u"one.mp3"_s, u"three.mp3"_s}));
     QCOMPARE(panes_->ticked_names(), QStringList{u"three.mp3"_s});
     QCOMPARE(shared.final_list_count, i32(1));
+}
+
+// The index of the folder last opened, from a time with more nodes, ends the click before the list is filled.
+void TestFileCommands::rows_of_another_folder_are_not_deleted()
+{
+    panes_->write(u"C:\\Rock\\one.mp3"_s);
+    shared.last_open_node_index = 1000;
+    panes_->click_folder(u"C:\\Rock"_s);
+    QCOMPARE(panes_->names(), all_of_pop);
+    panes_->select_rows({u"one.mp3"_s});
+    panes_->files.mnu_ListView_delete_Click();
+    QCOMPARE(panes_->prompts.take(), QStringList());
+    QVERIFY(panes_->disk.exists(u"C:\\Rock\\one.mp3"_s));
+    QCOMPARE(panes_->on_disk(u"C:\\Pop"_s), all_of_pop);
+    QCOMPARE(panes_->names(), QStringList{u"one.mp3"_s});
+    // Now the row is the file's own.
+    panes_->prompts.answers = {Answer::yes};
+    panes_->files.mnu_ListView_delete_Click();
+    QCOMPARE(panes_->prompts.take(), QStringList{u"trash C:\\Rock\\one.mp3"_s});
 }
 
 void TestFileCommands::commands_go_to_the_pane_of_the_last_act_data()

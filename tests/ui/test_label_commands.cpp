@@ -56,6 +56,7 @@ private Q_SLOTS:
     void a_ticked_file_takes_its_new_name_into_the_final_list();
     void a_name_in_the_final_list_is_told();
     void the_file_of_the_row_is_renamed();
+    void a_row_of_another_folder_is_not_renamed();
 
     void a_renamed_folder_takes_its_folders_along();
     void drives_are_not_renamed();
@@ -399,6 +400,21 @@ void TestLabelCommands::the_file_of_the_row_is_renamed()
     QCOMPARE(panes_->on_disk(u"C:\\Rock"_s), QStringList{u"new.mp3"_s});
     QCOMPARE(panes_->on_disk(u"C:\\Pop"_s), all_of_pop);
     QCOMPARE(shared.selected_mp3_path, u"C:\\Rock\\new.mp3"_s);
+}
+
+// The index of the folder last opened, from a time with more nodes, ends the click before the list is filled.
+void TestLabelCommands::a_row_of_another_folder_is_not_renamed()
+{
+    panes_->write(u"C:\\Rock\\one.mp3"_s);
+    shared.last_open_node_index = 1000;
+    panes_->click_folder(u"C:\\Rock"_s);
+    QCOMPARE(panes_->names(), all_of_pop);
+    panes_->labels.mnu_ListView_rename_Click();
+    QVERIFY(!panes_->list_view.is_editing());
+    QCOMPARE(panes_->names(), QStringList{u"one.mp3"_s});
+    rename(u"one.mp3"_s, u"new.mp3"_s);
+    QCOMPARE(panes_->on_disk(u"C:\\Rock"_s), QStringList{u"new.mp3"_s});
+    QCOMPARE(panes_->on_disk(u"C:\\Pop"_s), all_of_pop);
 }
 
 void TestLabelCommands::a_renamed_folder_takes_its_folders_along()
