@@ -14,6 +14,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <algorithm>
+#include <filesystem>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -25,6 +27,16 @@ using Answer = ScriptedPrompts::Answer;
 constexpr QKeyCombination copy_key = Qt::CTRL | Qt::Key_C;
 constexpr QKeyCombination paste_key = Qt::CTRL | Qt::Key_V;
 constexpr QKeyCombination delete_key = QKeyCombination(Qt::Key_Delete);
+
+/// Whether the process has the file at this path open.
+bool is_open(const QByteArray& native)
+{
+    using std::filesystem::directory_iterator;
+    return std::ranges::any_of(directory_iterator("/proc/self/fd"), directory_iterator(), [&](const auto& entry) {
+        std::error_code gone;
+        return read_symlink(entry.path(), gone) == native.toStdString();
+    });
+}
 
 } // namespace
 
@@ -601,19 +613,22 @@ void TestExplorerCommands::enter_in_a_label_does_not_save()
 
 void TestExplorerCommands::a_stopped_file_leaves_the_player_for_its_rename()
 {
-    click_row(u"two.mp3"_s);
-    shared.playing_mp3_path = u"C:\\Pop\\two.mp3"_s;
-    shared.is_playing = 1;
-    press(QKeyCombination(Qt::Key_F2));
-    QTest::keyClicks(&label_editor(), u"new"_s);
-    press(QKeyCombination(Qt::Key_Return));
+    const auto rename = [this](const QString& text) {
+        press(QKeyCombination(Qt::Key_F2));
+        QTest::keyClicks(&label_editor(), text);
+        press(QKeyCombination(Qt::Key_Return));
+    };
+    disk_->write(u"C:\\Pop\\two.mp3"_s, sample_audio({.frames = 2000}));
+    driver_->double_click_row(list(), Driver::row_of(list(), u"two.mp3"_s));
+    QTRY_VERIFY(is_open(disk_->native(u"C:\\Pop\\two.mp3"_s)));
+    rename(u"new"_s);
     QCOMPARE(messages_->take(), QStringList{u"C:\\Pop\\two.mp3 is playing"_s});
     QVERIFY(disk_->exists(u"C:\\Pop\\two.mp3"_s));
-    shared.is_playing = 0;
-    press(QKeyCombination(Qt::Key_F2));
-    QTest::keyClicks(&label_editor(), u"new"_s);
-    press(QKeyCombination(Qt::Key_Return));
+    QTest::mouseClick(&control<UsrButton>(u"StopBtn"_s), Qt::LeftButton);
+    QVERIFY(is_open(disk_->native(u"C:\\Pop\\two.mp3"_s)));
+    rename(u"new"_s);
     QVERIFY(disk_->exists(u"C:\\Pop\\new.mp3"_s));
+    QVERIFY(!is_open(disk_->native(u"C:\\Pop\\new.mp3"_s)));
 }
 
 QUILMO_UI_TEST(TestExplorerCommands)
