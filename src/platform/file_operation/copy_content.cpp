@@ -11,9 +11,9 @@
 
 namespace {
 
-constexpr off_t smallest_chunk = 64 * 1024;
-constexpr off_t largest_chunk = 1024 * 1024;
-constexpr off_t unwritten_limit = 16 * 1024 * 1024; ///< bytes that may be on their way to the disk at a time
+constexpr off_t smallest_chunk = off_t{64} * 1024;
+constexpr off_t largest_chunk = off_t{1024} * 1024;
+constexpr off_t unwritten_limit = off_t{16} * 1024 * 1024; ///< bytes that may be on their way to the disk at a time
 constexpr qint64 brisk = 10;                        ///< milliseconds for a chunk; below, the next may be larger
 constexpr qint64 slow = 30;                         ///< above, the next must be smaller
 
