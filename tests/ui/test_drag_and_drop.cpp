@@ -1,6 +1,5 @@
 #include "core/mod_of_grobal_var.h"
 #include "explorer/DragAndDrop.h"
-#include "file_operations.h"
 #include "platform/RunTimeError.h"
 #include "platform/controls/TextBox.h"
 #include "platform/controls/drag.h"
@@ -12,9 +11,11 @@
 #include <QApplication>
 #include <QDrag>
 #include <QDragEnterEvent>
+#include <QFile>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
