@@ -14,8 +14,8 @@ namespace {
 constexpr off_t smallest_chunk = off_t{64} * 1024;
 constexpr off_t largest_chunk = off_t{1024} * 1024;
 constexpr off_t unwritten_limit = off_t{16} * 1024 * 1024; ///< bytes that may be on their way to the disk at a time
-constexpr qint64 brisk = 10;                        ///< milliseconds for a chunk; below, the next may be larger
-constexpr qint64 slow = 30;                         ///< above, the next must be smaller
+constexpr qint64 brisk = 10;                               ///< milliseconds for a chunk; below, the next may be larger
+constexpr qint64 slow = 30;                                ///< above, the next must be smaller
 
 /// Repeats a call that gives a number or a negative error number until no signal interrupts it.
 template<typename Call> ssize_t until_uninterrupted(const Call& call)
