@@ -22,6 +22,8 @@ class TwoDisks : public TestDisk
 public:
     TwoDisks();
     ~TwoDisks();
+    TwoDisks(const TwoDisks&) = delete;
+    TwoDisks& operator=(const TwoDisks&) = delete;
 
     /// Whether the machine has a second file system at all.
     bool are_two() const;
