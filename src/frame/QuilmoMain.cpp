@@ -188,7 +188,7 @@ void QuilmoMain::connect_buttons()
     connect(&*controls_.cmdRemove, &UsrButton::Click, &picks_, guarded([this] { picks_.cmdRemove_Click(); }));
     connect(&*controls_.Change_all, &UsrButton::Click, &picks_, guarded([this] { picks_.Change_all_Click(); }));
     connect(&*controls_.cmdBurn, &UsrButton::Click, this, guarded([] { cmdBurn_Click(); }));
-    connect(&*controls_.cmdSave, &UsrButton::Click, &hover_, guarded([this] { save_.cmdSave_Click(); }));
+    connect(&*controls_.cmdSave, &UsrButton::Click, &hover_, guarded([this] { save_row(); }));
 }
 
 void QuilmoMain::connect_player()
@@ -270,6 +270,15 @@ void QuilmoMain::connect_hover()
     puts_out_buttons(*controls_.StatusBar1, &StatusBar::MouseMove);
     connect(&*controls_.cmdSave, &UsrButton::MouseMove, &hover_, [] { shared.enter_saves = 1; });
     connect(&*controls_.Label_filesize, &TextBox::MouseMove, &hover_, [] { shared.enter_saves = 0; });
+}
+
+// A click on a folder may have ended before the list took its files: what a person sees is not saved into that folder.
+void QuilmoMain::save_row()
+{
+    if (controls_.lvListView->Count() == 0 || list_.shows(shared.current_folder))
+        save_.cmdSave_Click();
+    else
+        tree_.refresh_all();
 }
 
 void QuilmoMain::set_list_view(ListView::ViewMode mode)

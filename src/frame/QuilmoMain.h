@@ -53,6 +53,7 @@ private:
     void connect_hover();
     void do_on(const QString& entry, std::function<void()> handler);
 
+    void save_row();
     void set_list_view(ListView::ViewMode mode);
     void set_form_size(int width, int height);
     void show_final_list();

@@ -68,6 +68,7 @@ private Q_SLOTS:
     void a_click_on_a_selected_label_edits_nothing();
     void a_refresh_makes_the_selected_folder_the_current_one_data();
     void a_refresh_makes_the_selected_folder_the_current_one();
+    void a_save_leaves_the_files_of_a_folder_not_listed();
     void other_buttons_choose_no_folder_data();
     void other_buttons_choose_no_folder();
     void too_many_rows_to_copy_end_the_program();
@@ -378,6 +379,21 @@ void TestExplorerCommands::a_refresh_makes_the_selected_folder_the_current_one()
     list().set_Selected(1, true);
     entry(u"mnu_ListView_copy"_s).trigger();
     QCOMPARE(shared.copy_source_folder, u"C:\\Rock\\"_s);
+}
+
+// The click on the folder has ended early, and the row seen is one of the other folder, with a file of its name here.
+void TestExplorerCommands::a_save_leaves_the_files_of_a_folder_not_listed()
+{
+    const QString name = list().Item(1).Text;
+    list().set_Selected(1, true);
+    disk_->write(u"C:\\Rock\\"_s + name, "rock");
+    shared.last_open_node_index = 1000;
+    driver_->click_node(u"C:\\Rock"_s);
+    window_->findChild<TextBox*>(u"txtArtist"_s)->set_Text(u"Artist"_s);
+    window_->findChild<TextBox*>(u"txtTitle"_s)->set_Text(u"Title"_s);
+    driver_->click(u"cmdSave"_s);
+    QCOMPARE(disk_->read(u"C:\\Rock\\"_s + name), QByteArray("rock"));
+    QCOMPARE(list().Count(), 1);
 }
 
 void TestExplorerCommands::other_buttons_choose_no_folder_data()
