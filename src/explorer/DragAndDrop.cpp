@@ -37,15 +37,6 @@ void offer_files(QMimeData& data, const QStringList& paths)
         data.setData(u"text/uri-list"_s, addresses);
 }
 
-/// The paths of the files taken by Copy or a drag.
-QStringList copied_paths()
-{
-    QStringList paths;
-    for (i16 slot = 0; slot < shared.copy_list_count; ++slot)
-        paths.append(shared.copy_source_folder + shared.copy_list.at(static_cast<std::size_t>(slot)).name);
-    return paths;
-}
-
 /// Gives whether all was done.
 bool move_on_disk(const QString& from, const QString& folder)
 {
@@ -94,7 +85,7 @@ void DragAndDrop::list_OLEStartDrag(QMimeData& data)
     shared.copy_source_kind = copied_files;
     shared.drag_source_kind = from_list;
     dragged_ = &data;
-    offer_files(data, copied_paths());
+    offer_files(data, copied_file_paths());
 }
 
 // The data of an own drag may outlive it, so that another program can still fetch it after a drop there.
@@ -143,7 +134,7 @@ void DragAndDrop::move_folder() const
 void DragAndDrop::move_files(const QMimeData& data) const
 {
     if (data.hasFormat(plain_text) && shared.copy_list_count >= 1) {
-        shared.drag_node_key = copied_paths().join(QChar(u'\0'));
+        shared.drag_node_key = copied_file_paths().join(QChar(QChar::Null));
         move_on_disk(shared.drag_node_key, shared.tree_node_path);
     }
     panes_.list.FillListView(shared.tree_node_path);

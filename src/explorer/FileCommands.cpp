@@ -51,12 +51,12 @@ void load_copy_list(const ListView& list)
     shared.copy_source_folder = shared.tree_node_path + u'\\';
 }
 
-QString copied_file_paths()
+QStringList copied_file_paths()
 {
     QStringList paths;
     for (i16 slot = 0; slot < shared.copy_list_count; ++slot)
         paths.append(shared.copy_source_folder + shared.copy_list.at(static_cast<std::size_t>(slot)).name);
-    return paths.join(QChar(QChar::Null));
+    return paths;
 }
 
 void FileCommands::mnu_tree_copy_Click()
@@ -96,7 +96,8 @@ void FileCommands::paste_folder()
 
 void FileCommands::paste_files()
 {
-    SHFILEOPSTRUCT operation = {.wFunc = FO_COPY, .pFrom = copied_file_paths(), .pTo = shared.tree_node_path};
+    SHFILEOPSTRUCT operation = {
+        .wFunc = FO_COPY, .pFrom = copied_file_paths().join(QChar(QChar::Null)), .pTo = shared.tree_node_path};
     SHFileOperation(operation);
     if (!operation.fAnyOperationsAborted)
         panes_.list.FillListView(shared.tree_node_path);

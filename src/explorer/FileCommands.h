@@ -3,6 +3,8 @@
 #include "explorer/Panes.h"
 #include "platform/numbers.h"
 
+#include <QStringList>
+
 #include <QString>
 
 /// Values of `shared.copy_source_kind`.
@@ -16,8 +18,8 @@ enum CopySourceKind : i16
 /// Raises "Subscript out of range" at the 302nd selected row, with the slots filled and the old folder kept.
 void load_copy_list(const ListView& list);
 
-/// The paths of these files, joined by NULs as a file operation takes them.
-QString copied_file_paths();
+/// The paths of these files.
+QStringList copied_file_paths();
 
 /// Copy, paste and delete in both panes. What is copied is remembered by the program itself, apart from the system's
 /// clipboard. While the computer is selected in the tree, nothing happens.
