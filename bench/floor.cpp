@@ -90,3 +90,17 @@ void rename_file(const QByteArray& from, const QByteArray& to)
 {
     require(renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0, from);
 }
+
+void sync_file(const QByteArray& path)
+{
+    const int file = open(path.constData(), O_RDONLY | O_CLOEXEC);
+    require(file >= 0 && fsync(file) == 0, path);
+    close(file);
+}
+
+void sync_file_system(const QByteArray& path)
+{
+    const int file = open(path.constData(), O_RDONLY | O_CLOEXEC);
+    require(file >= 0 && syncfs(file) == 0, path);
+    close(file);
+}

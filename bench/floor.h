@@ -26,3 +26,9 @@ void write_tag(const QByteArray& path, const QByteArray& tag);
 
 /// Renames without replacing.
 void rename_file(const QByteArray& from, const QByteArray& to);
+
+/// Waits until a file is on the disk.
+void sync_file(const QByteArray& path);
+
+/// Waits until everything is on the disk that the file system of `path` has yet to write.
+void sync_file_system(const QByteArray& path);

@@ -5,6 +5,7 @@
 #include "core/mod_of_grobal_var.h"
 #include "explorer/FileList.h"
 #include "fif/mod_of_FIF.h"
+#include "file_copies.h"
 #include "floor.h"
 #include "platform/MsgBox.h"
 #include "platform/controls/ListView.h"
@@ -178,7 +179,7 @@ void write_tags_work(benchmark::State& state)
 }
 
 /// Prints the usual table and then, for each piece of work, how many times its floor it takes: the best of all rounds
-/// of the one by the best of the other.
+/// of the one by the best of the other. A second floor of the same work, "/floor_NAME", gets a line of its own.
 class RatioReporter : public benchmark::ConsoleReporter
 {
 public:
@@ -197,12 +198,16 @@ public:
     void Finalize() override
     {
         std::printf("\n%-18s %10s %10s %7s\n", "work", "floor ms", "work ms", "ratio");
-        for (const auto& [name, time] : best_) {
-            const std::size_t suffix = name.rfind("/work");
-            const auto floor = best_.find(name.substr(0, suffix) + "/floor");
-            if (suffix != std::string::npos && floor != best_.end())
-                std::printf("%-18s %10.2f %10.2f %7.2f\n", name.substr(0, suffix).c_str(), floor->second, time,
-                            time / floor->second);
+        const std::string floor_part = "/floor";
+        for (const auto& [floor_name, floor] : best_) {
+            const std::size_t part = floor_name.rfind(floor_part);
+            if (part == std::string::npos)
+                continue;
+            const std::string name = floor_name.substr(0, part);
+            const auto work = best_.find(name + "/work");
+            if (work != best_.end())
+                std::printf("%-18s %10.2f %10.2f %7.2f\n", (name + floor_name.substr(part + floor_part.size())).c_str(),
+                            floor, work->second, work->second / floor);
         }
     }
 
@@ -217,6 +222,15 @@ void add(const std::string& name, void (*floor)(benchmark::State&), void (*work)
             ->Unit(benchmark::kMillisecond)
             ->UseRealTime()
             ->Repetitions(5);
+}
+
+void add_copy(const char* name, void (*function)(benchmark::State&))
+{
+    benchmark::RegisterBenchmark(name, function)
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime()
+        ->Iterations(1)
+        ->Repetitions(3);
 }
 
 } // namespace
@@ -239,6 +253,11 @@ int main(int argc, char** argv)
     benchmark::RegisterBenchmark("poll_values", poll_values);
     benchmark::RegisterBenchmark("poll_tick", poll_tick)->Unit(benchmark::kMicrosecond);
     benchmark::RegisterBenchmark("play_share", play_share)->Iterations(1)->UseRealTime()->Unit(benchmark::kMillisecond);
+    add_copy("copy_large/floor", copy_large_floor);
+    add_copy("copy_large/floor_synced", copy_large_floor_synced);
+    add_copy("copy_large/work", copy_large_work);
+    add_copy("copy_small/floor_synced", copy_small_floor_synced);
+    add_copy("copy_small/work", copy_small_work);
 
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
