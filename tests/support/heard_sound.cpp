@@ -93,8 +93,8 @@ bool same_sound(const Sound& one, const Sound& other)
 
 std::ptrdiff_t place_of(const Sound& part, const Sound& sound)
 {
-    const auto found = std::ranges::find_end(sound, part, is_near);
-    return found.empty() ? -1 : (found.begin() - sound.begin()) / channels;
+    const auto found = std::find_end(sound.begin(), sound.end(), part.begin(), part.end(), is_near);
+    return found == sound.end() ? -1 : (found - sound.begin()) / channels;
 }
 
 Sound cut(const Sound& sound, std::ptrdiff_t first, std::ptrdiff_t count)
