@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-/// The user's trash, as the desktops' common specification lays it down: one in the user's data folder for the volume
+/// The user's trash, as all desktops agree on it: one in the user's data folder for the volume
 /// that this lies on, and one at the root of each other volume. Nothing is ever copied from one volume to another.
 class Trash
 {
