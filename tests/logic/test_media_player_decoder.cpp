@@ -267,7 +267,7 @@ private Q_SLOTS:
         const auto decoder = Decoder::open(path, cancelled);
         QVERIFY(decoder != nullptr);
         cancelled = true;
-        QVERIFY(rest_of(*decoder).size() < 4 * 2304);
+        QVERIFY(rest_of(*decoder).size() < std::size_t{4} * 2304);
     }
 
     void a_file_of_several_rates_keeps_the_first()

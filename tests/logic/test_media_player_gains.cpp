@@ -16,7 +16,8 @@ constexpr Gains full = {1.0F, 1.0F};
 /// A lot of pairs that all have the same value on both sides.
 std::vector<float> steady(float value, std::int64_t samples = lot)
 {
-    return std::vector<float>(static_cast<std::size_t>(2 * samples), value);
+    std::vector<float> all(static_cast<std::size_t>(2 * samples), value);
+    return all;
 }
 
 /// The largest step from one sample to the next on the left side, that from `before` to the first one included.

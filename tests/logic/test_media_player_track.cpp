@@ -10,7 +10,7 @@
 namespace {
 
 constexpr int rate = 8000;
-constexpr std::int64_t length = 3 * rate;
+constexpr std::int64_t length = std::int64_t{3} * rate;
 
 /// Pairs that bear their own number: sample n is n on the left and -n on the right.
 std::vector<float> numbered(std::int64_t first, std::int64_t count)
