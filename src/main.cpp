@@ -3,14 +3,20 @@
 #include "frame/Splash_Dlg.h"
 #include "frame/look.h"
 #include "platform/controls/message_window.h"
+#include "platform/controls/toolkit_words.h"
+#include "platform/language.h"
 
 #include <QApplication>
 
 #include <memory>
 
+static_assert(QUILMO_LANGUAGE >= english && QUILMO_LANGUAGE <= german);
+
 int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);
+    set_program_language(Language(QUILMO_LANGUAGE));
+    translate_toolkit();
     apply_look();
     install_message_window(application_title());
 

@@ -11,6 +11,7 @@
 #include "mp3/cIDV3.h"
 #include "platform/controls/ShellExecute.h"
 #include "platform/controls/message_window.h"
+#include "platform/language.h"
 #include "platform/own_words.h"
 #include "platform/twips.h"
 #include "player/mod_volume_ctl.h"
@@ -125,7 +126,7 @@ void QuilmoMain::build_window()
 void QuilmoMain::Load()
 {
     freeze_on_small_screen(*this, screen()->size());
-    shared.language_id = QUILMO_LANGUAGE;
+    shared.language_id = program_language();
     keep_minimum_size();
     player_.Stop();
     tree_.init_main_tree();

@@ -1,6 +1,7 @@
 #include "frame/look.h"
 
 #include "platform/controls/Picture.h"
+#include "platform/controls/fonts.h"
 #include "platform/controls/palette.h"
 
 #include <QApplication>
@@ -14,7 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int font_pixels = 12; ///< the forms are laid out in logical pixels, so their font is measured in them too
 constexpr QSize icon_size(64, 64);
 constexpr QSize box_icon_size(32, 32);
 
@@ -74,14 +74,6 @@ private:
     }
 };
 
-QFont font_of(const QStringList& families)
-{
-    QFont font;
-    font.setFamilies(families);
-    font.setPixelSize(font_pixels);
-    return font;
-}
-
 QPalette program_palette()
 {
     QPalette colours(palette::ink, palette::panel, palette::paper, palette::line, palette::soft_ink, palette::ink,
@@ -113,15 +105,4 @@ void apply_look()
     QToolTip::setPalette(program_palette());
     QApplication::setFont(form_font());
     QApplication::setWindowIcon(icon_of(svg_picture(u":/quilmo.svg"_s, icon_size)));
-}
-
-QFont form_font()
-{
-    return font_of(
-        {u"Tahoma"_s, u"DejaVu Sans"_s, u"Noto Sans"_s, u"Verdana"_s, u"NanumGothic"_s, u"Noto Sans CJK KR"_s});
-}
-
-QFont korean_font()
-{
-    return font_of({u"굴림"_s, u"NanumGothic"_s, u"Noto Sans CJK KR"_s});
 }

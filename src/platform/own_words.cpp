@@ -1,9 +1,9 @@
 #include "platform/own_words.h"
 
+#include "platform/language.h"
+
 #include <algorithm>
 #include <array>
-
-static_assert(QUILMO_LANGUAGE >= 1 && QUILMO_LANGUAGE <= 3);
 
 namespace {
 
@@ -136,5 +136,5 @@ constexpr auto words = std::to_array<WordTexts>({
 QString own_word(Word word)
 {
     const auto* const entry = std::ranges::find(words, word, &WordTexts::word);
-    return entry == words.end() ? QString() : entry->texts[QUILMO_LANGUAGE - 1].toString();
+    return entry == words.end() ? QString() : entry->texts[static_cast<std::size_t>(program_language() - 1)].toString();
 }

@@ -83,5 +83,5 @@ enum class Word
     program_not_started, ///< the program's path in place of %1, the system's reason in place of %2
 };
 
-/// The text of a word in the build's language.
+/// The text of a word in the program's language.
 QString own_word(Word word);

@@ -5,6 +5,7 @@
 #include "platform/controls/CommonDialog.h"
 #include "platform/controls/ShellExecute.h"
 #include "platform/controls/drag.h"
+#include "platform/language.h"
 #include "platform/settings.h"
 #include "sample_files.h"
 #include "test_main.h"
@@ -176,7 +177,7 @@ void TestQuilmoMain::load_sets_the_shared_state()
     shared.focus_pane = pane_list;
     shared.main_sort_toggles = {1, 1, 1};
     window_ = std::make_unique<QuilmoMain>();
-    QCOMPARE(shared.language_id, i16(QUILMO_LANGUAGE));
+    QCOMPARE(shared.language_id, i16(english));
     QCOMPARE(shared.last_open_node_index, i16(-1));
     QCOMPARE(shared.cd_capacity_mb, i32(650));
     QCOMPARE(shared.is_muted, i16(0));

@@ -7,6 +7,7 @@
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/TextBox.h"
 #include "platform/controls/Toolbar.h"
+#include "platform/controls/fonts.h"
 #include "platform/controls/message_window.h"
 #include "platform/controls/palette.h"
 #include "platform/own_words.h"
