@@ -29,8 +29,9 @@ constexpr auto words = std::to_array<WordTexts>({
 
     {Word::title_edit, {u"Edit File", u"파일 편집", u"Datei bearbeiten"}},
     {Word::title_auto_convert, {u"Auto Convert", u"자동변환", u"Automatische Umwandlung"}},
-    {Word::title_choose_format, {u"Set FIF Type", u"FIF type 설정", u"FIF-Typ festlegen"}},
+    {Word::title_choose_format, {u"Set FIF Type", u"FIF 형식 설정", u"FIF-Typ festlegen"}},
     {Word::title_choose_genre_type, {u"Set Genre Type", u"장르 입력방식 설정", u"Eingabe der Musikart"}},
+    {Word::title_final_list, {u"Final List", u"최종 목록", u"Endgültige Liste"}},
 
     {Word::button_ok, {u"OK", u"확인", u"OK"}},
     {Word::button_cancel, {u"Cancel", u"취소", u"Abbrechen"}},
@@ -40,10 +41,20 @@ constexpr auto words = std::to_array<WordTexts>({
     {Word::button_save, {u"Save", u"Save", u"Speichern"}},
     {Word::button_leave_edit, {u"Cancel", u"Cancel", u"Abbrechen"}},
 
+    {Word::list_fif, {u"FIF List", u"FIF 목록", u"FIF-Liste"}},
     {Word::list_auto_convert, {u"Auto Convert List", u"자동변환 목록", u"Automatisch umzuwandeln"}},
-    {Word::option_genre_from_list,
-     {u"Choose the genre from the list", u"목록에서 장르 선택", u"Musikart aus der Liste wählen"}},
-    {Word::option_genre_as_text, {u"Type the genre", u"장르 직접 입력", u"Musikart selbst eingeben"}},
+    {Word::list_manual_convert, {u"Manual Convert List", u"수동변환 목록", u"Von Hand umzuwandeln"}},
+    {Word::picture_list_fif, {u"FIF List", u"FIF List", u"FIF-Liste"}},
+    {Word::picture_list_auto_convert, {u"Auto Convert List", u"Auto Convert List", u"Automatisch umzuwandeln"}},
+    {Word::picture_list_manual_convert, {u"Manual Convert List", u"Manual Convert List", u"Von Hand umzuwandeln"}},
+    {Word::button_change_to_fif, {u"Change to FIF", u"Change to FIF", u"In FIF umwandeln"}},
+    {Word::button_copy_to_folder, {u"Copy to Folder", u"Copy to Folder", u"In Ordner kopieren"}},
+    {Word::button_close_list, {u"Close", u"Close", u"Schließen"}},
+
+    {Word::option_genre_from_list, {u"From the list", u"목록에서 선택", u"Aus der Liste"}},
+    {Word::option_genre_as_text, {u"By hand", u"직접 입력", u"Von Hand"}},
+
+    {Word::folders, {u"Folders", u"폴더", u"Ordner"}},
 
     {Word::sound_on, {u"Sound on", u"소리 켜짐", u"Ton an"}},
     {Word::sound_off, {u"Muted", u"음소거됨", u"Stumm"}},

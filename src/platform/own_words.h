@@ -22,6 +22,7 @@ enum class Word
     title_auto_convert,
     title_choose_format,
     title_choose_genre_type,
+    title_final_list,
 
     button_ok,
     button_cancel,
@@ -31,9 +32,20 @@ enum class Word
     button_save,       ///< on forms whose buttons keep their English captions in Korean
     button_leave_edit, ///< likewise
 
-    list_auto_convert,      ///< caption of the list of files to convert
+    list_fif,            ///< the three lists of the final list: those with FIF names,
+    list_auto_convert,   ///< those to be converted,
+    list_manual_convert, ///< and those that must be named by hand
+    picture_list_fif,    ///< the same on a form whose pictures and buttons stay English in Korean
+    picture_list_auto_convert,
+    picture_list_manual_convert,
+    button_change_to_fif, ///< on that form
+    button_copy_to_folder,
+    button_close_list,
+
     option_genre_from_list, ///< the two ways of entering a genre
     option_genre_as_text,
+
+    folders, ///< the tree of drives and folders to choose from
 
     sound_on, ///< the two states of the mute button
     sound_off,
