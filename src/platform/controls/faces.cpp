@@ -54,11 +54,11 @@ void draw_ground(QPainter& painter, const QRectF& rect, FaceState state)
     painter.drawLine(QPointF(body.left() + reach, body.top() + 1), QPointF(body.right() - reach, body.top() + 1));
 }
 
-/// Draws a word in a font small enough for the whole of it.
+/// Draws a word in the painter's font, made small enough for the whole of it.
 void draw_word(QPainter& painter, const QRectF& rect, const QString& word, QFont::Weight weight,
                Qt::Alignment alignment)
 {
-    QFont font;
+    QFont font = painter.font();
     font.setWeight(weight);
     font.setPixelSize(caption_pixels);
     while (font.pixelSize() > smallest_pixels && QFontMetricsF(font).horizontalAdvance(word) > rect.width())
