@@ -212,6 +212,13 @@ void TreeView::mouseDoubleClickEvent(QMouseEvent* event)
     QTreeView::mouseDoubleClickEvent(event);
 }
 
+/// The rows, and so the bar of the selected one, reach from side to side.
+void TreeView::resizeEvent(QResizeEvent* event)
+{
+    header()->setMinimumSectionSize(viewport()->width());
+    QTreeView::resizeEvent(event);
+}
+
 void TreeView::keyPressEvent(QKeyEvent* event)
 {
     TreeNode* before = SelectedItem();

@@ -134,6 +134,7 @@ protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void updateEditorGeometries() override;
     void scrollContentsBy(int dx, int dy) override;
+    void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
