@@ -275,7 +275,7 @@ void MainControls::create_title_line(QWidget& ground)
     constexpr int title_left = player_inner_left + to_twips(24);
     constexpr int total_left = player_inner_right - time_width;
     constexpr int current_left = total_left - stroke_width - time_width;
-    Picture1 = still_picture(ground, u"Picture1"_s, {}, svg_picture(u":/quilmo.svg"_s, small_icon), player_inner_left,
+    Picture1 = still_picture(ground, u"Picture1"_s, {}, drawing(u"track"_s, small_icon), player_inner_left,
                              top, to_twips(small_icon.width()), to_twips(small_icon.height()));
     auto* title = new TextBox(&ground);
     title->setReadOnly(true);
