@@ -1,6 +1,7 @@
 #include "frame/Layout.h"
 
 #include "frame/MainControls.h"
+#include "platform/twips.h"
 
 namespace {
 
@@ -39,6 +40,8 @@ constexpr float bar_limit = 500;    ///< least distance of the splitter's bar fr
 constexpr int list_distance = 80;   ///< between the tree's right edge and the list
 constexpr int list_margins = 140;   ///< that distance and the space at the right of the list
 constexpr int bar_shortening = 20;
+constexpr int key_step = to_twips(16);
+constexpr i32 longest_spread = 32766; ///< a shift is a 16-bit number; whole thirds
 
 } // namespace
 
@@ -49,6 +52,7 @@ Layout::Layout(MainControls& controls, SetFormSize set_form_size, QObject* paren
     connect(&grip, &SplitterGrip::MouseDown, this, &Layout::splitter_MouseDown);
     connect(&grip, &SplitterGrip::MouseMove, this, &Layout::splitter_MouseMove);
     connect(&grip, &SplitterGrip::MouseUp, this, &Layout::splitter_MouseUp);
+    connect(&grip, &SplitterGrip::KeyDown, this, &Layout::splitter_KeyDown);
 }
 
 void Layout::initial_ctl_position(int form_width, int form_height)
@@ -166,11 +170,22 @@ void Layout::move_in_width(bool wide)
         place->set_Width(place->Width() + delta_width);
     c.Picture_mp3_back.set_Left(c.txtFilename.Left() + c.txtFilename.Width() + player_distance);
     c.StatusBar1->set_panel_width(moving_panel, c.StatusBar1->panel_width(moving_panel) + delta_width);
-    // Each step rounds by itself, so many small steps leave a drift in the buttons.
-    const double third = delta_width / 3.0;
-    c.cmdRemove.set_Left(c.cmdRemove.Left() + rounded<i16>(third));
-    c.Change_all.set_Left(c.Change_all.Left() + rounded<i16>(2 * third));
-    c.cmdBurn.set_Left(c.cmdBurn.Left() + rounded<i16>(3 * third));
+    spread_buttons();
+}
+
+// Each step rounds by itself, so many small steps leave a drift in the buttons. A jump to a very large screen is gone
+// in more steps than one.
+void Layout::spread_buttons()
+{
+    MainControls& c = controls_;
+    for (i32 rest = delta_width; rest != 0;) {
+        const i32 step = qBound(-longest_spread, rest, longest_spread);
+        const double third = step / 3.0;
+        c.cmdRemove.set_Left(c.cmdRemove.Left() + rounded<i16>(third));
+        c.Change_all.set_Left(c.Change_all.Left() + rounded<i16>(2 * third));
+        c.cmdBurn.set_Left(c.cmdBurn.Left() + rounded<i16>(3 * third));
+        rest -= step;
+    }
 }
 
 void Layout::detail_tops_to_design()
@@ -245,4 +260,10 @@ void Layout::splitter_MouseUp()
     SizeControls(static_cast<float>(controls_.picSplitter.Left()));
     controls_.picSplitter->hide();
     splitter_moving = false;
+}
+
+void Layout::splitter_KeyDown(int direction)
+{
+    if (!splitter_moving)
+        SizeControls(static_cast<float>(controls_.imgSplitter.Left() + direction * key_step));
 }

@@ -39,12 +39,14 @@ private:
     void default_ctl_position();
     void move_in_height(bool high);
     void move_in_width(bool wide);
+    void spread_buttons();
     void detail_tops_to_design();
     void detail_widths_to_design();
     void set_form_size(int width, int height);
     void splitter_MouseDown();
     void splitter_MouseMove(float x);
     void splitter_MouseUp();
+    void splitter_KeyDown(int direction);
 
     MainControls& controls_;
     SetFormSize set_form_size_;

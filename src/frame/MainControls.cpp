@@ -343,6 +343,7 @@ void MainControls::set_tab_order() const
                                                          &*Change_all,
                                                          &*cmdBurn,
                                                          &*tvTreeView,
+                                                         &*imgSplitter,
                                                          &*lvListView,
                                                          &*txtFilename,
                                                          &*txtArtist,
@@ -352,13 +353,15 @@ void MainControls::set_tab_order() const
                                                          &*Label_filesize,
                                                          &*cmdSave,
                                                          &*label_title_of_player,
+                                                         &*Picture_back_play_index,
                                                          &*ReBtn,
                                                          &*backBtn,
                                                          &*PlayBtn,
                                                          &*StopBtn,
                                                          &*frontBtn,
                                                          &*FastBtn,
-                                                         &*muteBtn}) {
+                                                         &*muteBtn,
+                                                         &*Picture_back_volume}) {
         QWidget::setTabOrder(previous, next);
         previous = next;
     }

@@ -3,9 +3,36 @@
 #include "platform/controls/message_window.h"
 #include "player/knob.h"
 
+#include <QKeyEvent>
+
 namespace {
 
 constexpr i16 left_button = 1;
+constexpr int against_left_end = -1; ///< percent
+constexpr int against_right_end = 101;
+
+/// Where a key brings a knob that stands at `percent`; nothing for a key that is none of the bar's.
+std::optional<int> percent_for(int key, int percent, int small_step, int large_step)
+{
+    switch (key) {
+    case Qt::Key_Left:
+    case Qt::Key_Down:
+        return percent - small_step;
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+        return percent + small_step;
+    case Qt::Key_PageDown:
+        return percent - large_step;
+    case Qt::Key_PageUp:
+        return percent + large_step;
+    case Qt::Key_Home:
+        return against_left_end;
+    case Qt::Key_End:
+        return against_right_end;
+    default:
+        return {};
+    }
+}
 
 } // namespace
 
@@ -14,6 +41,10 @@ KnobSlider::KnobSlider(Placed<PictureBox>& knob, const Placed<PictureBox>& track
 {
     knob->setCursor(Qt::PointingHandCursor);
     track->setCursor(Qt::PointingHandCursor);
+    track->setFocusPolicy(Qt::StrongFocus);
+    track->set_slider(this);
+    track->installEventFilter(this);
+    knob->installEventFilter(this);
     connect(&*track, &PictureBox::MouseDown, this,
             guarded([this](i16 /*button*/, i16 /*shift*/, float x, float /*y*/) { main_ctl_move(x); }));
     connect(&*knob, &PictureBox::MouseDown, this,
@@ -24,6 +55,11 @@ KnobSlider::KnobSlider(Placed<PictureBox>& knob, const Placed<PictureBox>& track
             guarded([this](i16 /*button*/, i16 /*shift*/, float x, float /*y*/) { mouse_up(x); }));
 }
 
+KnobSlider::~KnobSlider()
+{
+    track_->set_slider(nullptr);
+}
+
 void KnobSlider::main_ctl_move(float x)
 {
     const double clicked = x;
@@ -32,6 +68,7 @@ void KnobSlider::main_ctl_move(float x)
     else if (knob_.Left() + knob_.Width() < clicked)
         knob_.set_Left(rounded<i32>(clicked - knob_.Width()));
     knob_.set_Top(0);
+    track_->follow_slider();
     track_pressed();
 }
 
@@ -55,6 +92,7 @@ KnobSlider::Reached KnobSlider::follow(float x)
         knob_.set_Left(rounded<i32>(n));
     }
     knob_.set_Top(0);
+    track_->follow_slider();
     return reached;
 }
 
@@ -77,4 +115,44 @@ void KnobSlider::mouse_up(float x)
         return;
     dragging_ = false;
     knob_released(x);
+}
+
+// The knob is also moved by others, such as the player's poll: that is seen by its own moves.
+bool KnobSlider::eventFilter(QObject* watched, QEvent* event)
+{
+    bool taken = false;
+    if (event->type() == QEvent::KeyPress && watched == &*track_) {
+        const auto& press = *static_cast<QKeyEvent*>(event);
+        if ((press.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier)
+            guarded([&] { taken = KeyDown(press.key()); })();
+    } else if (event->type() == QEvent::Move && watched == &*knob_) {
+        guarded([this] { track_->follow_slider(); })();
+    }
+    return taken || QObject::eventFilter(watched, event);
+}
+
+/// Gives whether the key was one of the bar's.
+bool KnobSlider::KeyDown(int key)
+{
+    const Steps wide = steps().value_or(Steps{0, 0});
+    const std::optional<int> wanted = percent_for(key, shown_percent(), wide.small, wide.large);
+    if (wanted)
+        drag_to(*wanted);
+    return wanted.has_value();
+}
+
+int KnobSlider::shown_percent() const
+{
+    return rounded<i32>(percent());
+}
+
+// The mouse that it makes up is pressed on the knob's left edge, and is released where it was dragged to.
+void KnobSlider::drag_to(int percent)
+{
+    if (!steps() || dragging_)
+        return;
+    const double wanted = (track_.Width() - knob_.Width()) / 100.0 * percent;
+    mouse_down(0);
+    mouse_move(left_button, static_cast<float>(wanted - knob_.Left()));
+    mouse_up(static_cast<float>(wanted - knob_.Left()));
 }

@@ -6,8 +6,9 @@
 #include <QObject>
 
 /// A bar of a knob in its track, moved by the mouse: what the volume bar and the position bar share. It follows both
-/// boxes by itself. The knob lies on the track and stays between its ends; only the horizontal way counts.
-class KnobSlider : public QObject
+/// boxes by itself. The knob lies on the track and stays between its ends; only the horizontal way counts. Keys, while
+/// the track has the focus, and assistive programs move the knob by drags of their own, in whole percents.
+class KnobSlider : public QObject, private PictureBox::Slider
 {
     Q_OBJECT
 
@@ -20,6 +21,9 @@ public:
     /// Whether a press on the knob lasts.
     bool dragging() const { return dragging_; }
 
+    ~KnobSlider() override;
+    Q_DISABLE_COPY_MOVE(KnobSlider)
+
 protected:
     /// Both boxes live as long as the slider.
     KnobSlider(Placed<PictureBox>& knob, const Placed<PictureBox>& track, QObject* parent);
@@ -31,11 +35,22 @@ protected:
         right_end
     };
 
+    /// How far the keys move the knob, in percent of its way.
+    struct Steps
+    {
+        int small;
+        int large;
+    };
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
     /// Brings the knob to where the mouse, at `x` in the knob, asks for; no further than to the ends.
     Reached follow(float x);
     /// Where the knob stands, in percent of its way, unrounded.
     double percent() const;
 
+    /// Nothing: the bar stays where it is for keys and assistive programs.
+    virtual std::optional<Steps> steps() const = 0;
     virtual void track_pressed() = 0;
     virtual void knob_dragged() = 0;         ///< the knob has followed
     virtual void knob_released(float x) = 0; ///< the drag is over; the knob has not followed to `x` in it
@@ -43,6 +58,9 @@ protected:
 private:
     void mouse_move(i16 button, float x);
     void mouse_up(float x);
+    bool KeyDown(int key);
+    int shown_percent() const override;
+    void drag_to(int percent) override;
 
     Placed<PictureBox>& knob_;
     const Placed<PictureBox>& track_;

@@ -51,5 +51,8 @@ void MuteButton::MouseMove()
 void MuteButton::show_image(int index)
 {
     box_.set_picture(picture_of(pictures_.icon(index), box_.picture().size));
-    box_.setAccessibleDescription(own_word(shared.is_muted != 0 ? Word::sound_off : Word::sound_on));
+    box_.set_checked(shared.is_muted != 0);
+    if (const QString state = own_word(shared.is_muted != 0 ? Word::sound_off : Word::sound_on);
+        box_.accessibleDescription() != state)
+        box_.setAccessibleDescription(state);
 }

@@ -7,6 +7,11 @@ ctl_slider::ctl_slider(Placed<PictureBox>& knob, const Placed<PictureBox>& track
 {
 }
 
+std::optional<KnobSlider::Steps> ctl_slider::steps() const
+{
+    return Steps{.small = 5, .large = 20};
+}
+
 void ctl_slider::track_pressed()
 {
     set_level();

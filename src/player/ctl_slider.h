@@ -14,6 +14,7 @@ public:
     i16 value() const { return value_; }
 
 protected:
+    std::optional<Steps> steps() const override;
     void track_pressed() override;
     void knob_dragged() override;
     void knob_released(float x) override;

@@ -1,9 +1,31 @@
 #include "player/ctl_slider2.h"
 
+#include "core/mod_of_grobal_var.h"
+
+namespace {
+
+constexpr double small_step_seconds = 5;
+constexpr double large_step_seconds = 30;
+
+int percent_of(double seconds, double length)
+{
+    return qMax(1, rounded<i32>(qMin(seconds / length, 1.0) * 100));
+}
+
+} // namespace
+
 ctl_slider2::ctl_slider2(Placed<PictureBox>& knob, const Placed<PictureBox>& track, MediaPlayerCtl& player,
                          QObject* parent)
     : KnobSlider(knob, track, parent), player_(player)
 {
+}
+
+std::optional<KnobSlider::Steps> ctl_slider2::steps() const
+{
+    const double length = player_.SelectionEnd();
+    if (shared.is_playing != 1 || length <= 0)
+        return {};
+    return Steps{.small = percent_of(small_step_seconds, length), .large = percent_of(large_step_seconds, length)};
 }
 
 void ctl_slider2::track_pressed()

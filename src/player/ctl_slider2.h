@@ -4,7 +4,8 @@
 #include "player/KnobSlider.h"
 
 /// The position bar: a press on the track seeks at once, a drag when it is released. A seek goes by whole percents of
-/// the file and lands on whole seconds, except at the right end, which is the end of the file exactly.
+/// the file and lands on whole seconds, except at the right end, which is the end of the file exactly. Keys go about 5
+/// and 30 seconds, by whole percents too and one at least.
 class ctl_slider2 : public KnobSlider
 {
     Q_OBJECT
@@ -17,6 +18,8 @@ public:
     i32 value() const { return value_; }
 
 protected:
+    /// Nothing while no file plays.
+    std::optional<Steps> steps() const override;
     void track_pressed() override;
     void knob_dragged() override;
     void knob_released(float x) override;

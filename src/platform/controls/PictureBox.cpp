@@ -2,7 +2,9 @@
 
 #include "platform/controls/mouse.h"
 #include "platform/controls/palette.h"
+#include "platform/controls/picture_box_face.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QMetaMethod>
 #include <QMouseEvent>
@@ -24,6 +26,7 @@ void draw_focus_ring(QPainter& painter, const QRectF& box)
 
 PictureBox::PictureBox(const Picture& picture, QWidget* parent) : QWidget(parent), picture_(picture)
 {
+    install_picture_box_face();
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     resize(picture.size);
@@ -33,6 +36,32 @@ void PictureBox::set_picture(const Picture& picture)
 {
     picture_ = picture;
     update();
+}
+
+void PictureBox::set_slider(Slider* slider)
+{
+    slider_ = slider;
+}
+
+void PictureBox::follow_slider()
+{
+    if (slider_ == nullptr || !QAccessible::isActive())
+        return;
+    const int percent = slider_->shown_percent();
+    if (std::exchange(told_percent_, percent) == percent)
+        return;
+    QAccessibleValueChangeEvent event(this, percent);
+    QAccessible::updateAccessibility(&event);
+}
+
+void PictureBox::set_checked(bool checked)
+{
+    if (std::exchange(checked_, checked) == checked)
+        return;
+    QAccessible::State changed;
+    changed.checked = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
 }
 
 QSize PictureBox::sizeHint() const

@@ -5,17 +5,40 @@
 
 #include <QWidget>
 
+#include <optional>
+
 /// A box that shows one picture, drawn to fill it. A press on it never reaches what lies below; a move of the mouse
-/// does if nobody listens to the box's own. One that was given a focus policy is pressed by the space bar as well.
+/// does if nobody listens to the box's own. One that was given a focus policy is pressed by the space bar as well, and
+/// shows the focus. Assistive programs know it as a graphic, as a group of what stands on it, or as a slider or a check
+/// box once it was made one.
 class PictureBox : public QWidget
 {
     Q_OBJECT
 
 public:
+    /// What a box stands for that is the track of a slider.
+    class Slider
+    {
+    public:
+        virtual ~Slider() = default;
+        virtual int shown_percent() const = 0; ///< 0 to 100
+        virtual void drag_to(int percent) = 0; ///< as a person would; below 0 and above 100 to the end and against it
+    };
+
     explicit PictureBox(const Picture& picture, QWidget* parent = nullptr);
 
     const Picture& picture() const { return picture_; }
     void set_picture(const Picture& picture);
+
+    /// Makes the box a slider to assistive programs; null makes it none. The box doesn't own it.
+    void set_slider(Slider* slider);
+    Slider* slider() const { return slider_; }
+    /// The slider may have another value: tells it to assistive programs if there are any.
+    void follow_slider();
+
+    /// Makes the box a check box to assistive programs, with this state; its Click is what changes it.
+    void set_checked(bool checked);
+    std::optional<bool> checked() const { return checked_; } ///< nothing: no check box
 
     QSize sizeHint() const override;
 
@@ -26,7 +49,8 @@ Q_SIGNALS:
     void MouseDown(i16 button, i16 shift, float x, float y);
     void MouseMove(i16 button, i16 shift, float x, float y);
     void MouseUp(i16 button, i16 shift, float x, float y);
-    /// The left button was pressed and released inside, after its MouseUp; or the space bar was pressed.
+    /// The left button was pressed and released inside, after its MouseUp; or the space bar was pressed; or an
+    /// assistive program pressed the check box.
     void Click();
 
 protected:
@@ -39,4 +63,7 @@ protected:
 private:
     Picture picture_;
     bool left_press_ = false; ///< a press of the left button that may become a Click
+    Slider* slider_ = nullptr;
+    int told_percent_ = -1; ///< what assistive programs were told last
+    std::optional<bool> checked_;
 };
