@@ -11,13 +11,14 @@ void put_out(const std::vector<UsrButton*>& row)
         button->DelMoveImg();
 }
 
-void light_only(const std::vector<UsrButton*>& row, UsrButton& lit)
+void light_only(const std::vector<UsrButton*>& row, const UsrButton& lit)
 {
     for (UsrButton* button : row) {
-        if (button != &lit)
+        if (button == &lit)
+            button->SetMoveImg();
+        else
             button->DelMoveImg();
     }
-    lit.SetMoveImg();
 }
 
 } // namespace
