@@ -47,6 +47,7 @@ void set_text(QLabel& label, const QString& text)
 StatusBar::StatusBar(std::vector<int> widths, QWidget* parent) : QWidget(parent), widths_(std::move(widths))
 {
     setMouseTracking(true);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     for (std::size_t i = 0; i < widths_.size(); ++i)
         panels_.push_back(new PanelLabel(this));
     notice_ = new PanelLabel(this);
