@@ -1,12 +1,16 @@
 #include "explorer/File_copy_Dlg.h"
 
 #include "core/Mod_of_nation.h"
+#include "core/captions.h"
 #include "core/drive_table.h"
 #include "core/mod_of_grobal_var.h"
 #include "explorer/FolderTree.h"
 #include "explorer/folder_nodes.h"
 #include "platform/controls/SHFileOperation.h"
+#include "platform/controls/fonts.h"
 #include "platform/controls/message_window.h"
+#include "platform/language.h"
+#include "platform/own_words.h"
 
 #include <QHBoxLayout>
 #include <QStringList>
@@ -17,7 +21,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize dialog_size(520, 480);
-constexpr int dialog_margin = 12;
+constexpr QSize smallest_size(504, 300);
+constexpr int dialog_margin = 16;
+constexpr int button_gap = 8;
 
 const QString drive_image = u"DRIVE"_s;
 const QString cd_image = u"Cddrive"_s;
@@ -52,44 +58,66 @@ bool shows_a_folder(const TreeNode* node)
 } // namespace
 
 File_copy_Dlg::File_copy_Dlg(Surroundings surroundings, QWidget* parent)
-    : ButtonDialog(u"File_copy_Dlg"_s, u"Vurlo Utility Ver 1.0"_s, parent),
-      surroundings_(std::move(surroundings)),
-      FileCopyTreeView_(new TreeView(this))
+    : ButtonDialog(u"File_copy_Dlg"_s, u"Vurlo Utility Ver 1.0"_s, parent), surroundings_(std::move(surroundings))
 {
     create_controls();
-    connect(FileCopyTreeView_, &TreeView::Expand, this, guarded([this](TreeNode* node) { Expand(node); }));
-    connect(FileCopyTreeView_, &TreeView::NodeClick, this, guarded([this](TreeNode* node) { NodeClick(node); }));
-    connect(FileCopyTreeView_, &TreeView::AfterLabelEdit, this,
-            guarded([this](bool& cancel, const QString& text) { AfterLabelEdit(cancel, text); }));
-    connect(FileCopyTreeView_, &TreeView::MouseMove, this, &ButtonDialog::put_out_buttons);
+    lay_out();
+    connect_controls();
+    apply_language_file_copy();
     initialize_explorer();
 }
 
 void File_copy_Dlg::create_controls()
 {
+    FileCopyTreeView_ = new TreeView(this);
     FileCopyTreeView_->setObjectName(u"FileCopyTreeView"_s);
-    FileCopyTreeView_->setAccessibleName(u"Folders"_s);
+    FileCopyTreeView_->setAccessibleName(own_word(Word::folders));
     FileCopyTreeView_->set_images(surroundings_.images);
     FileCopyTreeView_->set_LabelEdit_automatic(true);
-    UsrButton* const new_folder = add_button(u"Cmd_new_folder"_s, u"New Folder"_s, u"New Folder"_s);
-    UsrButton* const ok = add_button(u"cmd_ok"_s, u"OK"_s, u"OK"_s);
-    UsrButton* const cancel = add_button(u"cmd_cancel"_s, u"Cancel"_s, u"Cancel"_s);
-    set_default_button(ok);
+    Cmd_new_folder_ = add_button(u"Cmd_new_folder"_s, u"New Folder"_s);
+    cmd_ok_ = add_button(u"cmd_ok"_s, u"OK"_s);
+    cmd_cancel_ = add_button(u"cmd_cancel"_s, u"Cancel"_s);
+    set_default_button(cmd_ok_);
+}
 
+void File_copy_Dlg::lay_out()
+{
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(new_folder);
+    buttons->setSpacing(button_gap);
+    buttons->addWidget(Cmd_new_folder_);
     buttons->addStretch();
-    buttons->addWidget(ok);
-    buttons->addWidget(cancel);
+    buttons->addWidget(cmd_ok_);
+    buttons->addWidget(cmd_cancel_);
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(dialog_margin, dialog_margin, dialog_margin, dialog_margin);
     rows->setSpacing(dialog_margin);
     rows->addWidget(FileCopyTreeView_);
     rows->addLayout(buttons);
+    setMinimumSize(smallest_size);
+}
 
-    connect(new_folder, &UsrButton::Click, this, guarded([this] { Cmd_new_folder_Click(); }));
-    connect(ok, &UsrButton::Click, this, guarded([this] { cmd_ok_Click(); }));
-    connect(cancel, &UsrButton::Click, this, &QDialog::close);
+void File_copy_Dlg::connect_controls()
+{
+    connect(FileCopyTreeView_, &TreeView::Expand, this, guarded([this](TreeNode* node) { Expand(node); }));
+    connect(FileCopyTreeView_, &TreeView::NodeClick, this, guarded([this](TreeNode* node) { NodeClick(node); }));
+    connect(FileCopyTreeView_, &TreeView::AfterLabelEdit, this,
+            guarded([this](bool& cancel, const QString& text) { AfterLabelEdit(cancel, text); }));
+    connect(FileCopyTreeView_, &TreeView::MouseMove, this, &ButtonDialog::put_out_buttons);
+    connect(Cmd_new_folder_, &UsrButton::Click, this, guarded([this] { Cmd_new_folder_Click(); }));
+    connect(cmd_ok_, &UsrButton::Click, this, guarded([this] { cmd_ok_Click(); }));
+    connect(cmd_cancel_, &UsrButton::Click, this, &QDialog::close);
+}
+
+/// Captions in the language of the run; Korean ones in their own font.
+void File_copy_Dlg::apply_language_file_copy()
+{
+    if (shared.language_id == english)
+        return;
+    for (UsrButton* button : {Cmd_new_folder_, cmd_ok_, cmd_cancel_}) {
+        set_caption(*button, caption_of(Form::File_copy_Dlg, button->objectName()));
+        if (shared.language_id == korean)
+            button->setFont(korean_font());
+    }
 }
 
 QSize File_copy_Dlg::sizeHint() const

@@ -28,6 +28,9 @@ public:
 
 private:
     void create_controls();
+    void lay_out();
+    void connect_controls();
+    void apply_language_file_copy();
     void initialize_explorer();
     void Expand(const TreeNode* node);
     void NodeClick(TreeNode* node);
@@ -40,6 +43,9 @@ private:
     bool is_root_selected() const;
 
     Surroundings surroundings_;
-    TreeView* FileCopyTreeView_;
+    TreeView* FileCopyTreeView_ = nullptr;
+    UsrButton* Cmd_new_folder_ = nullptr;
+    UsrButton* cmd_ok_ = nullptr;
+    UsrButton* cmd_cancel_ = nullptr;
     i16 dest_open_index_ = 1; ///< index of the node that shows the open folder
 };

@@ -21,16 +21,22 @@ UsrButton* ButtonDialog::add_button(const QString& name, const QString& caption,
 {
     auto* button = new UsrButton(this);
     button->setObjectName(name);
-    button->setAccessibleName(caption);
     button->setToolTip(tip);
-    button->set_faces(button_face(caption, FaceState::up, button_size),
-                      button_face(caption, FaceState::down, button_size),
-                      button_face(caption, FaceState::hover, button_size));
+    set_caption(*button, caption);
     connect(button, &UsrButton::MouseMove, this, [this, button] { light_only(button); });
     connect(button, &UsrButton::GotFocus, this, [this, button] { light_only(button); });
     connect(button, &UsrButton::LostFocus, button, &UsrButton::DelMoveImg);
     buttons_.push_back(button);
     return button;
+}
+
+void ButtonDialog::set_caption(UsrButton& button, const QString& caption)
+{
+    button.set_faces(button_face(caption, FaceState::up, button_size),
+                     button_face(caption, FaceState::down, button_size),
+                     button_face(caption, FaceState::hover, button_size));
+    if (button.toolTip().isEmpty())
+        button.setAccessibleName(caption);
 }
 
 void ButtonDialog::light_only(const UsrButton* lit)

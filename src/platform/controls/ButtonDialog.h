@@ -19,8 +19,11 @@ public:
 protected:
     ButtonDialog(const QString& name, const QString& title, QWidget* parent);
 
-    /// A button with `caption` painted into its faces, named `name`.
-    UsrButton* add_button(const QString& name, const QString& caption, const QString& tip);
+    /// A button with `caption` painted into its faces, named `name`. Its tool tip, if it has one, is its accessible
+    /// name; else the caption is.
+    UsrButton* add_button(const QString& name, const QString& caption, const QString& tip = {});
+    /// Paints another caption into the faces of a button of add_button.
+    static void set_caption(UsrButton& button, const QString& caption);
 
     void set_default_button(UsrButton* button) { default_button_ = button; }
 
