@@ -1,5 +1,6 @@
 #include "convert/ChoiceForm.h"
 
+#include "convert/LineButton.h"
 #include "platform/controls/message_window.h"
 #include "platform/controls/palette.h"
 #include "platform/own_words.h"
@@ -12,78 +13,64 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int margin = 18;
-constexpr int line_height = 32;
-constexpr int line_width = 400;
 constexpr int button_gap = 8;
-
-QRect line_rect(int row)
-{
-    return {margin, margin + row * line_height, line_width, line_height};
-}
-
-/// The form's picture: one line for each text, on paper.
-Picture painted_lines(const QStringList& texts)
-{
-    const QSize size(2 * margin + line_width, 2 * margin + static_cast<int>(texts.size()) * line_height);
-    return {.size = size, .draw = [texts](QPainter& painter, const QRectF& /*place*/) {
-                painter.setPen(QPen(palette::line, 1));
-                painter.setBrush(palette::paper);
-                const QRectF paper(margin - 8, margin - 8, line_width + 16,
-                                   static_cast<double>(texts.size()) * line_height + 16);
-                painter.drawRoundedRect(paper.adjusted(0.5, 0.5, -0.5, -0.5), palette::corner_radius,
-                                        palette::corner_radius);
-                painter.setPen(palette::ink);
-                for (int row = 0; row < texts.size(); ++row)
-                    painter.drawText(line_rect(row).adjusted(LineButton<QRadioButton>::caption_left, 0, 0, 0),
-                                     Qt::AlignVCenter, texts[row]);
-            }};
-}
+constexpr int form_margin = 16; ///< round the buttons
 
 } // namespace
 
-ChoiceForm::ChoiceForm(const QString& name, const QString& title, const std::vector<Option>& options, i16 chosen,
-                       QWidget* parent)
-    : ButtonDialog(name, title, parent)
+ChoiceForm::ChoiceForm(const QString& name, const QString& title, QWidget* parent) : ButtonDialog(name, title, parent)
 {
-    QStringList texts;
-    for (const Option& option : options) {
-        add_option(option, static_cast<int>(texts.size()));
-        texts.append(option.text);
-    }
-    back_picture_ = painted_lines(texts);
-    add_command_buttons();
-    const auto set = std::ranges::find(options, chosen, &Option::value);
-    if (set == options.end())
-        return;
-    QRadioButton* const present = options_[static_cast<std::size_t>(set - options.begin())];
-    present->setChecked(true);
-    present->setFocus(); // arrow keys go on from it
 }
 
-void ChoiceForm::add_option(const Option& option, int row)
+QRadioButton* ChoiceForm::add_option(const QString& name, i16 value)
 {
-    auto* button = new LineButton<QRadioButton>(this);
-    button->setObjectName(option.name);
-    button->setAccessibleName(option.text);
-    button->setGeometry(line_rect(row));
-    connect(button, &QRadioButton::toggled, this, [this, value = option.value](bool on) {
+    auto* option = new LineButton<QRadioButton>(this);
+    option->setObjectName(name);
+    connect(option, &QRadioButton::toggled, this, [this, value](bool on) {
         if (on)
             chosen_ = value;
     });
-    options_.push_back(button);
+    lines_.push_back({.option = option, .value = value, .label = {}});
+    return option;
+}
+
+void ChoiceForm::set_label(QRadioButton& option, const QString& words, const Picture& label)
+{
+    option.setAccessibleName(words);
+    std::ranges::find(lines_, &option, &Line::option)->label = label;
+}
+
+void ChoiceForm::load(i16 value)
+{
+    add_command_buttons();
+    const auto set = std::ranges::find(lines_, value, &Line::value);
+    if (set == lines_.end())
+        return;
+    set->option->setChecked(true);
+    set->option->setFocus(); // arrow keys go on from it
+}
+
+QRect ChoiceForm::options_rect() const
+{
+    QRect all;
+    for (const Line& line : lines_)
+        all |= line.option->geometry();
+    return all;
 }
 
 void ChoiceForm::add_command_buttons()
 {
-    UsrButton* ok = add_button(u"cmd_ok"_s, own_word(Word::button_ok), own_word(Word::button_ok));
-    UsrButton* cancel = add_button(u"cmd_cancel"_s, own_word(Word::button_cancel), own_word(Word::button_cancel));
+    UsrButton* const ok = add_button(u"cmd_ok"_s, own_word(Word::button_ok));
+    UsrButton* const cancel = add_button(u"cmd_cancel"_s, own_word(Word::button_cancel));
     set_default_button(ok);
-    const int top = back_picture_.size.height() + button_gap;
-    const int right = back_picture_.size.width() - margin + 8;
-    cancel->move(right - cancel->width(), top);
+    const QRect options = options_rect();
+    const int buttons_width = ok->width() + button_gap + cancel->width();
+    const int width = qMax(options.right() + 1 + options.left(), buttons_width + 2 * form_margin);
+    paper_height_ = options.bottom() + 1 + options.top();
+    const int top = paper_height_ + form_margin;
+    cancel->move(width - form_margin - cancel->width(), top);
     ok->move(cancel->x() - button_gap - ok->width(), top);
-    setFixedSize(back_picture_.size.width(), top + ok->height() + margin);
+    setFixedSize(width, top + ok->height() + form_margin);
     connect(ok, &UsrButton::Click, this, guarded([this] {
                 apply();
                 close();
@@ -95,6 +82,13 @@ void ChoiceForm::paintEvent(QPaintEvent* event)
 {
     QDialog::paintEvent(event);
     QPainter painter(this);
+    painter.fillRect(0, 0, width(), paper_height_, palette::paper);
+    painter.fillRect(0, paper_height_, width(), 1, palette::line);
     painter.setRenderHint(QPainter::Antialiasing);
-    back_picture_.draw(painter, QRectF({0, 0}, back_picture_.size));
+    for (const Line& line : lines_) {
+        const QRect place = line.option->geometry().adjusted(LineButton<QRadioButton>::caption_left, 0, 0, 0);
+        painter.save();
+        line.label.draw(painter, place);
+        painter.restore();
+    }
 }

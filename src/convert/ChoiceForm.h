@@ -1,6 +1,5 @@
 #pragma once
 
-#include "convert/LineButton.h"
 #include "platform/controls/ButtonDialog.h"
 #include "platform/controls/Picture.h"
 #include "platform/numbers.h"
@@ -15,17 +14,15 @@ class ChoiceForm : public ButtonDialog
     Q_OBJECT
 
 protected:
-    /// An option's name, the text painted beside it, and the value it stands for.
-    struct Option
-    {
-        QString name;
-        QString text;
-        i16 value;
-    };
+    ChoiceForm(const QString& name, const QString& title, QWidget* parent);
 
-    /// `chosen` is the value whose option is set; a value without one sets none.
-    ChoiceForm(const QString& name, const QString& title, const std::vector<Option>& options, i16 chosen,
-               QWidget* parent);
+    /// A new option, behind those before it, that stands for `value`. Its place is to take in its label.
+    QRadioButton* add_option(const QString& name, i16 value);
+    /// What the back picture shows beside an option, and its words for those who can't see it.
+    void set_label(QRadioButton& option, const QString& words, const Picture& label);
+    /// The last step of loading: adds the command buttons below the options and sets the option of `value`; a value
+    /// without one sets none.
+    void load(i16 value);
 
     /// The value of the option chosen last, 0 for none.
     i16 chosen() const { return chosen_; }
@@ -35,10 +32,18 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void add_option(const Option& option, int row);
+    struct Line
+    {
+        QRadioButton* option = nullptr;
+        i16 value = 0;
+        Picture label;
+    };
+
+    /// The place of all options together.
+    QRect options_rect() const;
     void add_command_buttons();
 
-    Picture back_picture_;
-    std::vector<QRadioButton*> options_;
+    std::vector<Line> lines_;
+    int paper_height_ = 0; ///< of the ground of the options, logical pixels
     i16 chosen_ = 0;
 };

@@ -21,6 +21,8 @@ public:
 
     /// Where what stands for a caption begins, from the left.
     static constexpr int caption_left = 28;
+    /// Height of its first line, beside which the mark stands, where the button is higher.
+    static constexpr int line_height = 32;
 
 protected:
     bool hitButton(const QPoint& point) const override { return this->rect().contains(point); }
@@ -40,6 +42,7 @@ protected:
         this->initStyleOption(&option);
         option.state.setFlag(QStyle::State_HasFocus, false); // the style would mark the missing caption only
         option.rect.adjust(mark_left, 0, 0, 0);
+        option.rect.setHeight(qMin(option.rect.height(), line_height));
         this->style()->drawControl(element, &option, &painter, this);
     }
 };

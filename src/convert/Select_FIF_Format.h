@@ -2,6 +2,8 @@
 
 #include "convert/ChoiceForm.h"
 
+#include <array>
+
 class ComboBox;
 class TextBox;
 
@@ -18,8 +20,10 @@ public:
     i16 selected_type() const { return chosen(); }
 
 private:
+    void apply_language_select_fif();
     void apply() override;
 
     ComboBox& cboGenre_;
     TextBox& txtGenre_;
+    std::array<QRadioButton*, 6> options_{};
 };

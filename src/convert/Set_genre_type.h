@@ -1,6 +1,7 @@
 #pragma once
 
 #include "convert/ChoiceForm.h"
+#include "platform/controls/Placed.h"
 
 class ComboBox;
 class TextBox;
@@ -18,8 +19,11 @@ public:
     i16 selected_genre_type() const { return chosen(); }
 
 private:
+    void apply_language_set_genre();
     void apply() override;
 
     ComboBox& cboGenre_;
     TextBox& txtGenre_;
+    Placed<QRadioButton> Option_combo_;
+    Placed<QRadioButton> Option_edit_;
 };
