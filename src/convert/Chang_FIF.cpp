@@ -1,5 +1,6 @@
 #include "convert/Chang_FIF.h"
 
+#include "convert/form_captions.h"
 #include "convert/genre_controls.h"
 #include "convert/moved_file.h"
 #include "core/Mod_of_nation.h"
@@ -12,6 +13,7 @@
 #include "platform/controls/TextBox.h"
 #include "platform/controls/faces.h"
 #include "platform/controls/message_window.h"
+#include "platform/controls/palette.h"
 #include "platform/own_words.h"
 #include "player/Transport.h"
 #include "selection/final_list.h"
@@ -55,6 +57,9 @@ void Chang_FIF::create_controls()
 {
     txtFilename_ = named_box<TextBox>(this, u"txtFilename"_s, own_word(Word::field_filename));
     txtFilename_->setReadOnly(true);
+    QPalette as_form = txtFilename_->palette();
+    as_form.setColor(QPalette::Base, palette::panel);
+    txtFilename_->setPalette(as_form);
     txtArtist_ = named_box<TextBox>(this, u"txtArtist"_s, own_word(Word::field_artist));
     txtTitle_ = named_box<TextBox>(this, u"txtTitle"_s, own_word(Word::field_title));
     txtGenre_ = named_box<TextBox>(this, u"txtGenre"_s, own_word(Word::field_genre));
@@ -120,6 +125,7 @@ void Chang_FIF::connect_controls()
 
 void Chang_FIF::load()
 {
+    apply_language_chang_fif();
     id3().init_FillComboGenre(*cboGenre_);
     shared.edit_folder = final_list_folder_of(shared.edit_file_name);
     if (Check_file_for_fif(shared.edit_file_name) == 1)
@@ -129,6 +135,13 @@ void Chang_FIF::load()
     show_genre_controls(*cboGenre_, *txtGenre_, shared.genre_type, shared.fif_type);
     setFixedSize(sizeHint());
     txtArtist_->setFocus();
+}
+
+/// Tool tips in the language of the run, and the font of Korean.
+void Chang_FIF::apply_language_chang_fif()
+{
+    apply_captions(*this, Form::Chang_FIF);
+    apply_korean_font({txtFilename_, txtArtist_, txtTitle_, txtGenre_, Label_filesize_, cboGenre_});
 }
 
 void Chang_FIF::Show_edit_tag_info(const QString& folder, const QString& name)

@@ -35,6 +35,7 @@ private:
     void add_line(QGridLayout& lines, const QString& picture_name, Word word, QWidget* box);
     void connect_controls();
     void load();
+    void apply_language_chang_fif();
 
     /// Fills the fields from the tag.
     void Show_edit_tag_info(const QString& folder, const QString& name);

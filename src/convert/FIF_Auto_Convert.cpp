@@ -1,6 +1,7 @@
 #include "convert/FIF_Auto_Convert.h"
 
 #include "convert/LineButton.h"
+#include "convert/form_captions.h"
 #include "convert/moved_file.h"
 #include "core/Mod_of_nation.h"
 #include "core/mod_of_grobal_var.h"
@@ -27,7 +28,7 @@ namespace {
 constexpr QSize title_size(220, 24);
 constexpr QSize field_size(64, 28);
 constexpr int text_margin = 2;
-constexpr int text_width = 210;
+constexpr int text_width = 190;
 constexpr int label_margin = 8;
 constexpr int folder_column = 2;
 
@@ -41,6 +42,7 @@ FIF_Auto_Convert::FIF_Auto_Convert(Transport& transport, Surroundings surroundin
     create_controls();
     lay_out();
     connect_controls();
+    apply_language_auto_convert();
     Fill_selected_list();
     shared.possible_sort_toggles = {};
 }
@@ -53,12 +55,12 @@ void FIF_Auto_Convert::create_controls()
     Selected_ListView_->set_SmallIcons(surroundings_.small_icons);
     Selected_ListView_->set_Checkboxes(true);
     Selected_ListView_->set_ColumnHeaders(
-        {{u"Name"_s, 4600}, {u"FIF"_s, 5600}, {u"Location"_s, 2600}, {u"Size"_s, 1000, Qt::AlignRight}});
+        {{u"Name"_s, 4550}, {u"FIF"_s, 5530}, {u"Location"_s, 2550}, {u"Size"_s, 1020, Qt::AlignRight}});
     artist_ = create_fixed(u"Artist"_s, Word::field_artist, u"Fix Artist"_s);
     genre_ = create_fixed(u"Genre"_s, Word::field_genre, u"Fix Genre"_s);
-    freeview_ = add_button(u"freeview"_s, own_word(Word::button_preview), own_word(Word::button_preview));
-    autoconvert_ = add_button(u"autoconvert"_s, own_word(Word::button_convert), own_word(Word::button_convert));
-    Cancel_ = add_button(u"Cancel"_s, own_word(Word::button_close), own_word(Word::button_close));
+    freeview_ = add_button(u"freeview"_s, own_word(Word::button_preview));
+    autoconvert_ = add_button(u"autoconvert"_s, own_word(Word::button_convert));
+    Cancel_ = add_button(u"Cancel"_s, own_word(Word::button_close));
     StatusBar1_ = new StatusBar({3000, 6000}, this);
     StatusBar1_->setObjectName(u"StatusBar1"_s);
 }
@@ -77,7 +79,6 @@ FIF_Auto_Convert::Fixed FIF_Auto_Convert::create_fixed(const QString& names_end,
     fixed.text->setFixedHeight(field_size.height());
     fixed.text->setTextMargins(text_margin, 0, text_margin, 0);
     fixed.check->setObjectName(u"Check_"_s + names_end);
-    fixed.check->setAccessibleName(caption);
     fixed.label->setObjectName(u"Label_fix_"_s + names_end.toLower());
     fixed.label->setAttribute(Qt::WA_TransparentForMouseEvents); // a click on it is one on the check box below it
     fixed.label->raise();
@@ -92,6 +93,7 @@ void FIF_Auto_Convert::lay_out()
 
     auto* commands = new QHBoxLayout;
     commands->addLayout(fixed_values());
+    commands->addSpacing(24);
     commands->addStretch();
     commands->addLayout(buttons());
 
@@ -108,8 +110,9 @@ void FIF_Auto_Convert::lay_out()
     form->setSpacing(0);
     form->addLayout(content);
     form->addWidget(StatusBar1_);
+    Selected_ListView_->setMinimumSize(868, 250);
     resize(960, 560);
-    setMinimumSize(900, 420);
+    freeview_->setFocus(); // a preview comes first
 }
 
 QLayout* FIF_Auto_Convert::fixed_values()
@@ -148,6 +151,15 @@ void FIF_Auto_Convert::connect_controls()
     connect(Selected_ListView_, &ListView::ColumnClick, this, guarded([this](int column) {
                 sort_by_toggle(*Selected_ListView_, column, {0, 1, 2}, shared.possible_sort_toggles);
             }));
+}
+
+/// Headers and labels in the language of the run, and the font of Korean.
+void FIF_Auto_Convert::apply_language_auto_convert()
+{
+    apply_captions(*this, Form::FIF_Auto_Convert);
+    for (const Fixed& fixed : {artist_, genre_})
+        fixed.check->setAccessibleName(fixed.label->text());
+    apply_korean_font({artist_.text, genre_.text, artist_.label, genre_.label});
 }
 
 void FIF_Auto_Convert::Fill_selected_list()

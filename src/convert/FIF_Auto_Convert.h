@@ -52,6 +52,7 @@ private:
     QLayout* fixed_values();
     QLayout* buttons();
     void connect_controls();
+    void apply_language_auto_convert();
 
     /// Copies the main list's selected rows.
     void Fill_selected_list();

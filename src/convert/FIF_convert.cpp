@@ -1,5 +1,6 @@
 #include "convert/FIF_convert.h"
 
+#include "convert/form_captions.h"
 #include "core/mod_of_grobal_var.h"
 #include "platform/controls/LongWork.h"
 #include "platform/controls/column_sort.h"
@@ -28,12 +29,15 @@ enum SmallIcon
 } // namespace
 
 FIF_convert::FIF_convert(Transport& transport, Surroundings surroundings, QWidget* parent)
-    : ButtonDialog(u"FIF_convert"_s, u"Final List"_s, parent), surroundings_(std::move(surroundings)), batch_(transport)
+    : ButtonDialog(u"FIF_convert"_s, own_word(Word::title_final_list), parent),
+      surroundings_(std::move(surroundings)),
+      batch_(transport)
 {
-    create_group(fif_, u"FIF_ListView"_s, u"Label_FIF"_s, u"Pic_fif"_s, u"FIF List"_s);
-    create_group(possible_, u"Possible_ListView"_s, u"Label_Changeable"_s, u"Pic_auto"_s, u"Auto Convert List"_s);
-    create_group(impossible_, u"Impossible_ListView"_s, u"Label_UnChangeable"_s, u"Pic_manual"_s,
-                 u"Manual Convert List"_s);
+    create_group(possible_, {u"Possible_ListView"_s, u"Label_Changeable"_s, u"Pic_auto"_s,
+                             Word::picture_list_auto_convert, Word::list_auto_convert});
+    create_group(fif_, {u"FIF_ListView"_s, u"Label_FIF"_s, u"Pic_fif"_s, Word::picture_list_fif, Word::list_fif});
+    create_group(impossible_, {u"Impossible_ListView"_s, u"Label_UnChangeable"_s, u"Pic_manual"_s,
+                               Word::picture_list_manual_convert, Word::list_manual_convert});
     set_columns();
     create_buttons();
     status_bar_ = new StatusBar({3000, 6000}, this);
@@ -45,6 +49,7 @@ FIF_convert::FIF_convert(Transport& transport, Surroundings surroundings, QWidge
     connect_list(impossible_, shared.impossible_sort_toggles, {0, 2});
     connect_buttons();
 
+    apply_language_fif_convert();
     Fill_list();
     shared.fif_sort_toggles = {};
     shared.impossible_sort_toggles = {};
@@ -53,19 +58,18 @@ FIF_convert::FIF_convert(Transport& transport, Surroundings surroundings, QWidge
     show_final_total_in_dialog();
 }
 
-void FIF_convert::create_group(Group& group, const QString& list_name, const QString& label_name,
-                               const QString& picture_name, const QString& caption)
+void FIF_convert::create_group(Group& group, const GroupNames& names)
 {
-    group.picture = new PictureBox(label_face(caption, picture_size), this);
-    group.picture->setObjectName(picture_name);
-    group.picture->setAccessibleName(caption);
+    group.picture = new PictureBox(label_face(own_word(names.in_picture), picture_size), this);
+    group.picture->setObjectName(names.picture);
+    group.picture->setAccessibleName(own_word(names.in_picture));
     group.label = new QLabel(this);
-    group.label->setObjectName(label_name);
+    group.label->setObjectName(names.label);
     group.label->setTextFormat(Qt::PlainText);
     group.label->setMouseTracking(true);
     group.list = new ListView(this);
-    group.list->setObjectName(list_name);
-    group.list->setAccessibleName(caption);
+    group.list->setObjectName(names.list);
+    group.list->setAccessibleName(own_word(names.of_list));
     group.list->set_SmallIcons(surroundings_.small_icons);
     group.list->set_View(ListView::ViewMode::report);
 }
@@ -73,21 +77,29 @@ void FIF_convert::create_group(Group& group, const QString& list_name, const QSt
 void FIF_convert::set_columns()
 {
     const std::vector<ColumnHeader> columns = {
-        {u"Name"_s, 3750}, {u"Location"_s, 1500}, {u"Size"_s, 1000, Qt::AlignRight}};
+        {u"Name"_s, 3750}, {u"Location"_s, 1500}, {u"Size"_s, 1020, Qt::AlignRight}};
     fif_.list->set_ColumnHeaders(columns);
     impossible_.list->set_ColumnHeaders(columns);
     possible_.list->set_ColumnHeaders(
-        {{u"Name"_s, 4200}, {u"FIF"_s, 5000}, {u"Location"_s, 2550}, {u"Size"_s, 1000, Qt::AlignRight}});
+        {{u"Name"_s, 4350}, {u"FIF"_s, 5200}, {u"Location"_s, 2450}, {u"Size"_s, 1020, Qt::AlignRight}});
     possible_.list->set_Checkboxes(true);
 }
 
 void FIF_convert::create_buttons()
 {
-    change_fif_ = add_button(u"Change_FIF"_s, u"Change to FIF"_s,
+    change_fif_ = add_button(u"Change_FIF"_s, own_word(Word::button_change_to_fif),
                              u"Change all the files that are in the Auto Convert List into FIF format"_s);
-    cmd_transfer_ =
-        add_button(u"cmd_transfer"_s, u"Copy to Folder"_s, u"Save all the MP3 files in the certain folder"_s);
-    cancel_ = add_button(u"Cancel"_s, u"Close"_s, u"Cancel"_s);
+    cmd_transfer_ = add_button(u"cmd_transfer"_s, own_word(Word::button_copy_to_folder),
+                               u"Save all the MP3 files in the certain folder"_s);
+    cancel_ = add_button(u"Cancel"_s, own_word(Word::button_close_list), u"Cancel"_s);
+}
+
+/// Tool tips and headers in the language of the run, and the font of Korean. The two headers of names are the same in
+/// Korean, on purpose.
+void FIF_convert::apply_language_fif_convert()
+{
+    apply_captions(*this, Form::FIF_convert);
+    apply_korean_font({fif_.label, impossible_.label, possible_.label, fif_.list, impossible_.list, possible_.list});
 }
 
 void FIF_convert::lay_out()
@@ -100,7 +112,8 @@ void FIF_convert::lay_out()
         return row;
     };
     auto* lists = new QGridLayout;
-    lists->setSpacing(8);
+    lists->setHorizontalSpacing(16);
+    lists->setVerticalSpacing(8);
     lists->addLayout(caption_row(possible_), 0, 0, 1, 2);
     lists->addWidget(possible_.list, 1, 0, 1, 2);
     lists->addLayout(caption_row(fif_), 2, 0);
@@ -128,8 +141,10 @@ void FIF_convert::lay_out()
     form->setSpacing(0);
     form->addLayout(content);
     form->addWidget(status_bar_);
+    possible_.list->setMinimumSize(688, 160);
+    for (const Group& group : {fif_, impossible_})
+        group.list->setMinimumSize(336, 130);
     resize(920, 640);
-    setMinimumSize(720, 480);
 }
 
 void FIF_convert::connect_list(const Group& group, std::span<i16> toggles, const std::vector<int>& sortable_columns)

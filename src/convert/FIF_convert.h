@@ -6,6 +6,7 @@
 #include "platform/controls/PictureBox.h"
 #include "platform/controls/StatusBar.h"
 #include "platform/controls/UsrButton.h"
+#include "platform/own_words.h"
 
 #include <QLabel>
 
@@ -58,10 +59,20 @@ private:
         i32 bytes = 0;
     };
 
-    void create_group(Group& group, const QString& list_name, const QString& label_name, const QString& picture_name,
-                      const QString& caption);
+    /// What the controls of a group are called, and the words for it.
+    struct GroupNames
+    {
+        QString list;
+        QString label;
+        QString picture;
+        Word in_picture;
+        Word of_list;
+    };
+
+    void create_group(Group& group, const GroupNames& names);
     void set_columns();
     void create_buttons();
+    void apply_language_fif_convert();
     void lay_out();
     /// `toggles` holds one direction for each of `sortable_columns`; the other columns do nothing.
     void connect_list(const Group& group, std::span<i16> toggles, const std::vector<int>& sortable_columns);
