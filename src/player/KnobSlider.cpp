@@ -126,7 +126,7 @@ bool KnobSlider::eventFilter(QObject* watched, QEvent* event)
         if ((press.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier)
             guarded([&] { taken = KeyDown(press.key()); })();
     } else if (event->type() == QEvent::Move && watched == &*knob_) {
-        guarded([this] { track_->follow_slider(); })();
+        track_->follow_slider();
     }
     return taken || QObject::eventFilter(watched, event);
 }
@@ -143,7 +143,8 @@ bool KnobSlider::KeyDown(int key)
 
 int KnobSlider::shown_percent() const
 {
-    return rounded<i32>(percent());
+    const bool has_way = knob_.Width() != track_.Width();
+    return has_way ? qBound(0, rounded<i32>(percent()), 100) : 0;
 }
 
 // The mouse that it makes up is pressed on the knob's left edge, and is released where it was dragged to.

@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 /// A bar of a knob in its track, moved by the mouse: what the volume bar and the position bar share. It follows both
 /// boxes by itself. The knob lies on the track and stays between its ends; only the horizontal way counts. Keys, while
 /// the track has the focus, and assistive programs move the knob by drags of their own, in whole percents.
@@ -13,6 +15,9 @@ class KnobSlider : public QObject, private PictureBox::Slider
     Q_OBJECT
 
 public:
+    ~KnobSlider() override;
+    Q_DISABLE_COPY_MOVE(KnobSlider)
+
     /// A press on the track at `x`, twips from its left end: a knob to the right comes with its left edge, one to the
     /// left with its right edge; in the knob's span nothing moves. The bar's value is taken either way.
     void main_ctl_move(float x);
@@ -20,9 +25,6 @@ public:
     void mouse_down(float x);
     /// Whether a press on the knob lasts.
     bool dragging() const { return dragging_; }
-
-    ~KnobSlider() override;
-    Q_DISABLE_COPY_MOVE(KnobSlider)
 
 protected:
     /// Both boxes live as long as the slider.
@@ -49,7 +51,7 @@ protected:
     /// Where the knob stands, in percent of its way, unrounded.
     double percent() const;
 
-    /// Nothing: the bar stays where it is for keys and assistive programs.
+    /// The steps of the keys. Nothing: neither keys nor assistive programs move the bar now.
     virtual std::optional<Steps> steps() const = 0;
     virtual void track_pressed() = 0;
     virtual void knob_dragged() = 0;         ///< the knob has followed

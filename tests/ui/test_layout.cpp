@@ -5,6 +5,7 @@
 #include "platform/twips.h"
 #include "test_main.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QTest>
 
@@ -121,7 +122,11 @@ private Q_SLOTS:
     void splitter_stops();
     void splitter_stops_data();
     void splitter_pressed_and_released();
+    void panes_under_their_limit_snap_to_it();
     void splitter_is_moved_by_the_mouse();
+    void splitter_is_moved_by_keys();
+    void splitter_is_moved_by_keys_data();
+    void splitter_is_known_by_keyboard_and_assistive_programs();
     void a_placed_control_stands_on_the_nearest_pixels();
     void small_screens_freeze_the_window();
     void small_screens_freeze_the_window_data();
@@ -362,6 +367,20 @@ void TestLayout::splitter_pressed_and_released()
     QCOMPARE(c.picSplitter.Left(), bar);
 }
 
+void TestLayout::panes_under_their_limit_snap_to_it()
+{
+    Form form;
+    MainControls& c = form.controls;
+    c.imgSplitter.set_Left(1200);
+    c.tvTreeView.set_Width(1200);
+    Q_EMIT c.imgSplitter->MouseDown();
+    QCOMPARE(c.picSplitter.Left(), 1200);
+    Q_EMIT c.imgSplitter->MouseUp();
+    QCOMPARE(c.tvTreeView.Width(), 1500);
+    QCOMPARE(c.imgSplitter.Left(), 1500);
+    QCOMPARE(c.lvListView.Left(), 1580);
+}
+
 void TestLayout::splitter_is_moved_by_the_mouse()
 {
     const Form form;
@@ -372,6 +391,69 @@ void TestLayout::splitter_is_moved_by_the_mouse()
     QTest::mouseRelease(&grip, Qt::LeftButton, {}, start + QPoint(60, 0));
     QCOMPARE(form.controls.tvTreeView.Width(), form.layout.design(1) - form.controls.lvListView.Width() - 140);
     QVERIFY(form.controls.picSplitter->isHidden());
+}
+
+void TestLayout::splitter_is_moved_by_keys_data()
+{
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("to");
+    QTest::newRow("Left") << 6000 << int(Qt::Key_Left) << 5760;
+    QTest::newRow("Right") << 6000 << int(Qt::Key_Right) << 6240;
+    QTest::newRow("Left stops at the pane's limit") << 1600 << int(Qt::Key_Left) << 1500;
+    QTest::newRow("Left at the limit") << 1500 << int(Qt::Key_Left) << 1500;
+    QTest::newRow("Right stops at the pane's limit") << width - 1600 << int(Qt::Key_Right) << width - 1500;
+    QTest::newRow("another key") << 6000 << int(Qt::Key_Down) << 6000;
+}
+
+void TestLayout::splitter_is_moved_by_keys()
+{
+    QFETCH(const int, from);
+    QFETCH(const int, key);
+    QFETCH(const int, to);
+    Form form;
+    const MainControls& c = form.controls;
+    form.layout.SizeControls(static_cast<float>(from));
+    QTest::keyClick(&*c.imgSplitter, static_cast<Qt::Key>(key));
+    QCOMPARE(c.imgSplitter.Left(), to);
+    QCOMPARE(c.tvTreeView.Width(), to);
+    QCOMPARE(c.lvListView.Left(), to + 80);
+    QCOMPARE(c.lvListView.Width(), width - (to + 140));
+    QVERIFY(c.picSplitter->isHidden());
+    QTest::keyClick(&*c.imgSplitter, static_cast<Qt::Key>(key), Qt::AltModifier);
+    QCOMPARE(c.imgSplitter.Left(), to);
+
+    // While the mouse has it, keys leave it alone.
+    Q_EMIT c.imgSplitter->MouseDown();
+    QTest::keyClick(&*c.imgSplitter, static_cast<Qt::Key>(key));
+    QCOMPARE(c.imgSplitter.Left(), to);
+    Q_EMIT c.imgSplitter->MouseUp();
+}
+
+void TestLayout::splitter_is_known_by_keyboard_and_assistive_programs()
+{
+    const TestDisk disk;
+    QuilmoMain window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    auto* grip = window.findChild<SplitterGrip*>(u"imgSplitter"_s);
+    const QImage unfocused = grip->grab().toImage();
+    auto* tree = window.findChild<QWidget*>(u"tvTreeView"_s);
+    tree->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QVERIFY(grip->hasFocus());
+    QVERIFY(grip->grab().toImage() != unfocused);
+    QTest::keyClick(grip, Qt::Key_Tab);
+    QVERIFY(!grip->hasFocus());
+    QCOMPARE(grip->grab().toImage(), unfocused);
+
+    const QWidget* before = QApplication::focusWidget();
+    QTest::mouseClick(grip, Qt::LeftButton);
+    QCOMPARE(QApplication::focusWidget(), before);
+
+    const QAccessibleInterface* face = QAccessible::queryAccessibleInterface(grip);
+    QCOMPARE(face->role(), QAccessible::Splitter);
+    QVERIFY(!face->text(QAccessible::Name).isEmpty());
 }
 
 void TestLayout::a_placed_control_stands_on_the_nearest_pixels()

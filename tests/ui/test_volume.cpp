@@ -474,6 +474,27 @@ private Q_SLOTS:
         QCOMPARE(face->text(QAccessible::Description), own_word(Word::sound_on));
     }
 
+    void assistive_programs_press_it()
+    {
+        const VolumeScene scene;
+        QAccessibleInterface* face = QAccessible::queryAccessibleInterface(scene.box);
+        QCOMPARE(face->role(), QAccessible::CheckBox);
+        QVERIFY(face->state().checkable);
+        QVERIFY(!face->state().checked);
+        QVERIFY(face->valueInterface() == nullptr);
+        QVERIFY(face->actionInterface()->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+        face->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        QCOMPARE(shared.is_muted, 1);
+        QCOMPARE(wave_output_level(), 0U);
+        QVERIFY(face->state().checked);
+        face->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(shared.is_muted, 0);
+        QVERIFY(!face->state().checked);
+        scene.box->setEnabled(false);
+        face->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        QCOMPARE(shared.is_muted, 0);
+    }
+
     void a_muted_bar_is_dragged_in_silence()
     {
         VolumeScene scene;

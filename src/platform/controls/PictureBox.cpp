@@ -19,7 +19,8 @@ void draw_focus_ring(QPainter& painter, const QRectF& box)
 {
     painter.setPen(QPen(palette::accent, palette::stroke));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(box.adjusted(1, 1, -1, -1), palette::corner_radius, palette::corner_radius);
+    constexpr double inset = palette::stroke / 2;
+    painter.drawRoundedRect(box.adjusted(inset, inset, -inset, -inset), palette::corner_radius, palette::corner_radius);
 }
 
 } // namespace
@@ -41,17 +42,20 @@ void PictureBox::set_picture(const Picture& picture)
 void PictureBox::set_slider(Slider* slider)
 {
     slider_ = slider;
+    if (slider_ != nullptr)
+        told_percent_ = slider_->shown_percent();
 }
 
 void PictureBox::follow_slider()
 {
-    if (slider_ == nullptr || !QAccessible::isActive())
+    if (slider_ == nullptr)
         return;
     const int percent = slider_->shown_percent();
     if (std::exchange(told_percent_, percent) == percent)
         return;
     QAccessibleValueChangeEvent event(this, percent);
     QAccessible::updateAccessibility(&event);
+    Q_EMIT ValueChanged(percent);
 }
 
 void PictureBox::set_checked(bool checked)

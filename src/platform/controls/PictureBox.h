@@ -33,7 +33,7 @@ public:
     /// Makes the box a slider to assistive programs; null makes it none. The box doesn't own it.
     void set_slider(Slider* slider);
     Slider* slider() const { return slider_; }
-    /// The slider may have another value: tells it to assistive programs if there are any.
+    /// The slider may have another value: tells it if so.
     void follow_slider();
 
     /// Makes the box a check box to assistive programs, with this state; its Click is what changes it.
@@ -52,6 +52,8 @@ Q_SIGNALS:
     /// The left button was pressed and released inside, after its MouseUp; or the space bar was pressed; or an
     /// assistive program pressed the check box.
     void Click();
+    /// The slider has another value; any assistive programs have been told.
+    void ValueChanged(int percent);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -64,6 +66,6 @@ private:
     Picture picture_;
     bool left_press_ = false; ///< a press of the left button that may become a Click
     Slider* slider_ = nullptr;
-    int told_percent_ = -1; ///< what assistive programs were told last
+    int told_percent_ = 0; ///< the slider's value told last
     std::optional<bool> checked_;
 };
