@@ -52,9 +52,18 @@ void ExplorerCommands::connect_menus()
     do_on(u"menu_Edit_paste"_s, [this] { edit_.menu_Edit_paste_Click(); });
     do_on(u"menu_Edit_delete"_s, [this] { edit_.menu_Edit_delete_Click(); });
     do_on(u"menu_View_refresh"_s, [this] { refresh(); });
-    connect(&menus_.menu_File(), &QMenu::aboutToShow, this, [this] {
-        menus_.entry(u"menu_File_add_folder"_s).setEnabled(commanded_node(panes_.tvTreeView) != nullptr);
-    });
+    connect_folder_entry();
+}
+
+// The entry is grey only in the open menu: its shortcut is for whatever node is selected when it is pressed.
+void ExplorerCommands::connect_folder_entry()
+{
+    QAction& folder_entry = menus_.entry(u"menu_File_add_folder"_s);
+    folder_entry.setAutoRepeat(false); // a key held down makes one folder
+    connect(&menus_.menu_File(), &QMenu::aboutToShow, &folder_entry,
+            [this, &folder_entry] { folder_entry.setEnabled(commanded_node(panes_.tvTreeView) != nullptr); });
+    connect(&menus_.menu_File(), &QMenu::aboutToHide, &folder_entry,
+            [&folder_entry] { folder_entry.setEnabled(true); });
 }
 
 void ExplorerCommands::connect_toolbar()

@@ -33,6 +33,7 @@ public:
 
 private:
     void connect_menus();
+    void connect_folder_entry();
     void connect_toolbar();
     void connect_tree_menu();
     void do_on(const QString& entry, std::function<void()> handler);

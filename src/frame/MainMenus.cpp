@@ -1,5 +1,7 @@
 #include "frame/MainMenus.h"
 
+#include "core/captions.h"
+#include "frame/mnemonics.h"
 #include "platform/controls/message_window.h"
 
 #include <QKeySequence>
@@ -31,8 +33,8 @@ constexpr Entry mnu_ListView_entries[] = {
 };
 
 constexpr Entry menu_File_entries[] = {
-    {u"menu_File_add_folder", u"New Folder"},
-    {u"menu_File_Exit", u"Exit"},
+    {u"menu_File_add_folder", u"New Folder", Qt::CTRL | Qt::SHIFT | Qt::Key_N},
+    {u"menu_File_Exit", u"Exit", Qt::CTRL | Qt::Key_Q},
 };
 
 constexpr Entry menu_Edit_entries[] = {
@@ -68,38 +70,65 @@ QString text_of(const char16_t* characters)
     return QString::fromUtf16(characters);
 }
 
-void fill(QMenu& menu, const QString& name, std::span<const Entry> entries)
+/// `captions` of the entries in their order; that of a separator is empty.
+void set_captions(const QWidget& menu, const QStringList& captions)
 {
-    menu.setObjectName(name);
+    const QList<QAction*> entries = menu.actions();
+    const QStringList texts = with_mnemonics(captions);
+    for (qsizetype i = 0; i < entries.size(); ++i)
+        entries[i]->setText(texts[i]);
+}
+
+void fill(QMenu& menu, std::span<const Entry> entries)
+{
+    QStringList captions;
     for (const Entry& entry : entries) {
-        QAction* action = entry.caption != nullptr ? menu.addAction(text_of(entry.caption)) : menu.addSeparator();
+        QAction* action = entry.caption != nullptr ? menu.addAction(QString()) : menu.addSeparator();
         action->setObjectName(text_of(entry.name));
         if (entry.shortcut != QKeyCombination())
             action->setShortcut(QKeySequence(entry.shortcut));
-        action->setEnabled(has_command(action->objectName()));
+        captions.append(text_of(entry.caption));
     }
+    set_captions(menu, captions);
+}
+
+QMenu* add_menu(QMenuBar& bar, const QString& name, std::span<const Entry> entries)
+{
+    QMenu* menu = bar.addMenu(QString());
+    menu->setObjectName(name);
+    menu->menuAction()->setObjectName(name);
+    fill(*menu, entries);
+    return menu;
+}
+
+QMenu* popup_menu(QWidget& form, const QString& name, std::span<const Entry> entries)
+{
+    auto* menu = new QMenu(&form);
+    menu->setObjectName(name);
+    fill(*menu, entries);
+    return menu;
 }
 
 } // namespace
 
 MainMenus::MainMenus(QMenuBar& bar, QWidget& form)
-    : bar_(bar), menu_File_(bar.addMenu(u"File"_s)), mnufile_(new QMenu(&form)), mnu_ListView_(new QMenu(&form))
+    : bar_(bar),
+      menu_File_(add_menu(bar, u"menu_File"_s, menu_File_entries)),
+      mnufile_(popup_menu(form, u"mnufile"_s, mnufile_entries)),
+      mnu_ListView_(popup_menu(form, u"mnu_ListView"_s, mnu_ListView_entries))
 {
-    fill(*mnufile_, u"mnufile"_s, mnufile_entries);
-    fill(*mnu_ListView_, u"mnu_ListView"_s, mnu_ListView_entries);
-    fill(*menu_File_, u"menu_File"_s, menu_File_entries);
-    fill(*bar.addMenu(u"Edit"_s), u"menu_Edit"_s, menu_Edit_entries);
-    fill(*bar.addMenu(u"View"_s), u"menu_View"_s, menu_View_entries);
-    fill(*bar.addMenu(u"Tools"_s), u"menu_Tool"_s, menu_Tool_entries);
-    fill(*bar.addMenu(u"Help"_s), u"menu_Help"_s, menu_Help_entries);
+    add_menu(bar, u"menu_Edit"_s, menu_Edit_entries);
+    add_menu(bar, u"menu_View"_s, menu_View_entries);
+    add_menu(bar, u"menu_Tool"_s, menu_Tool_entries);
+    add_menu(bar, u"menu_Help"_s, menu_Help_entries);
+    set_captions(bar, {u"File"_s, u"Edit"_s, u"View"_s, u"Tools"_s, u"Help"_s});
     entry(u"menu_View_list"_s).setCheckable(true);
     entry(u"menu_View_details"_s).setCheckable(true);
 }
 
 QAction& MainMenus::entry(const QString& name) const
 {
-    for (const QObject* menu :
-         {static_cast<QObject*>(&bar_), static_cast<QObject*>(mnufile_), static_cast<QObject*>(mnu_ListView_)}) {
+    for (const QWidget* menu : all()) {
         if (auto* action = menu->findChild<QAction*>(name))
             return *action;
     }
@@ -110,6 +139,24 @@ void MainMenus::do_on(const QString& entry, const QObject& context, std::functio
 {
     QObject::connect(&this->entry(entry), &QAction::triggered, &context,
                      guarded([handler = std::move(handler)](bool /*checked*/) { handler(); }));
+}
+
+void MainMenus::apply_language() const
+{
+    for (const QWidget* menu : all()) {
+        QStringList captions;
+        for (const QAction* entry : menu->actions())
+            captions.append(caption_of(Form::QuilmoMain, entry->objectName()));
+        set_captions(*menu, captions);
+    }
+}
+
+QList<QWidget*> MainMenus::all() const
+{
+    QList<QWidget*> menus = {&bar_, mnufile_, mnu_ListView_};
+    for (const QAction* title : bar_.actions())
+        menus.append(title->menu());
+    return menus;
 }
 
 void MainMenus::check_view(ListView::ViewMode mode) const
@@ -132,9 +179,4 @@ void MainMenus::enable_tree_entries(const TreeMenuEntries& enabled) const
     entry(u"mnu_tree_paste"_s).setEnabled(enabled.paste);
     entry(u"mnu_tree_delete"_s).setEnabled(enabled.remove);
     entry(u"mnu_tree_rename"_s).setEnabled(enabled.rename);
-}
-
-bool has_command(const QString& name)
-{
-    return name != u"menu_Help_about"_s;
 }

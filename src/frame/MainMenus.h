@@ -25,6 +25,8 @@ public:
     QMenu& mnufile() const { return *mnufile_; }
     QMenu& mnu_ListView() const { return *mnu_ListView_; }
 
+    /// Gives all menus and entries their captions in the language of the run, which is not English.
+    void apply_language() const;
     /// Ticks the entry of a view and unticks the other.
     void check_view(ListView::ViewMode mode) const;
     /// Switches the six entries of the list's pop-up menu that need a row.
@@ -33,11 +35,10 @@ public:
     void enable_tree_entries(const TreeMenuEntries& enabled) const;
 
 private:
+    QList<QWidget*> all() const;
+
     QMenuBar& bar_;
     QMenu* menu_File_;
     QMenu* mnufile_;
     QMenu* mnu_ListView_;
 };
-
-/// Whether an entry's command is part of this version; those without one stand disabled.
-bool has_command(const QString& name);

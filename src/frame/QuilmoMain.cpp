@@ -8,6 +8,8 @@
 #include "core/mod_of_grobal_var.h"
 #include "core/user_settings.h"
 #include "explorer/File_copy_Dlg.h"
+#include "frame/Help_Dlg.h"
+#include "frame/web_address.h"
 #include "mp3/cIDV3.h"
 #include "platform/controls/ShellExecute.h"
 #include "platform/controls/message_window.h"
@@ -22,6 +24,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -125,8 +128,9 @@ void QuilmoMain::build_window()
 // The order of these steps is part of the program's behaviour: what fails leaves all that stands behind it undone.
 void QuilmoMain::Load()
 {
-    freeze_on_small_screen(*this, screen()->size());
+    GetScreenRes();
     shared.language_id = program_language();
+    apply_language_main();
     keep_minimum_size();
     player_.Stop();
     tree_.init_main_tree();
@@ -147,6 +151,11 @@ void QuilmoMain::Load()
     read_settings();
     restore_volume(controls_.volume_button, controls_.Picture_back_volume);
     show_genre_controls(*controls_.cboGenre, *controls_.txtGenre, shared.genre_type, shared.fif_type);
+}
+
+void QuilmoMain::GetScreenRes()
+{
+    freeze_on_small_screen(*this, screen()->size());
 }
 
 void QuilmoMain::keep_minimum_size()
@@ -226,6 +235,9 @@ void QuilmoMain::connect_menus()
           [this] { Select_FIF_Format(*controls_.cboGenre, *controls_.txtGenre, this).exec(); });
     do_on(u"menu_Tool_Set_Genre_Type"_s,
           [this] { Set_genre_type(*controls_.cboGenre, *controls_.txtGenre, this).exec(); });
+    do_on(u"menu_Help_about"_s, [this] { Help_Dlg(this).exec(); });
+    connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this,
+            [this] { menuBar()->setActiveAction(menuBar()->actions().constFirst()); });
 }
 
 void QuilmoMain::do_on(const QString& entry, std::function<void()> handler)
@@ -399,7 +411,7 @@ bool QuilmoMain::KeyDown(int key)
         controls_.cmdSave->DelMoveImg();
         return true;
     case Qt::Key_F1:
-        ShellExecuteA(QStringLiteral(QUILMO_WEB_ADDRESS));
+        ShellExecuteA(web_address());
         return true;
     case Qt::Key_F2:
         commands_.rename_in_pane();

@@ -42,6 +42,8 @@ protected:
 private:
     void build_window();
     void Load();
+    void GetScreenRes();
+    void apply_language_main();
     void keep_minimum_size();
     void Unload();
 

@@ -31,6 +31,10 @@ enum class Word
     button_convert,
     button_save,       ///< on forms whose buttons keep their English captions in Korean
     button_leave_edit, ///< likewise
+    button_select_all, ///< likewise, as the next three
+    button_clear_all,
+    button_final_list,
+    button_burn,
 
     list_fif,            ///< the three lists of the final list: those with FIF names,
     list_auto_convert,   ///< those to be converted,
@@ -50,6 +54,25 @@ enum class Word
     sound_on, ///< the two states of the mute button
     sound_off,
     no_audio_device,
+
+    track_previous, ///< what the player's buttons do
+    seconds_back,
+    play,
+    stop,
+    seconds_forward,
+    track_next,
+
+    name_toolbar, ///< what controls of the main window are called by assistive programs
+    name_folders,
+    name_files,
+    name_splitter,
+    name_totals,
+    name_player,
+    name_playing_title,
+    name_position,
+    name_position_knob,
+    name_volume,
+    name_volume_knob,
 
     button_yes, ///< the buttons of prompts, with their mnemonics
     button_yes_to_all,
