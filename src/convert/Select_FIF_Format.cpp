@@ -1,5 +1,6 @@
 #include "convert/Select_FIF_Format.h"
 
+#include "convert/LineButton.h"
 #include "convert/genre_controls.h"
 #include "core/mod_of_grobal_var.h"
 #include "platform/controls/palette.h"
@@ -12,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int margin = 18;
-constexpr int line_height = 32;
+constexpr int line_height = LineButton<QRadioButton>::line_height;
 constexpr int line_width = 350;
 constexpr int pair_gap = 8; ///< between the shapes of one kind of delimiter and the next
 constexpr int shape_pixels = 13;

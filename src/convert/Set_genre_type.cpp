@@ -1,5 +1,6 @@
 #include "convert/Set_genre_type.h"
 
+#include "convert/LineButton.h"
 #include "convert/genre_controls.h"
 #include "core/mod_of_grobal_var.h"
 #include "platform/controls/palette.h"
@@ -17,7 +18,7 @@ constexpr int option_top = 270;
 constexpr int option_width = 2250;
 constexpr int option_height = 1050;
 
-constexpr double words_height = 32; ///< logical pixels, as the lengths that follow
+constexpr double words_height = LineButton<QRadioButton>::line_height; ///< logical pixels, as all that follow
 constexpr double sample_height = 26;
 constexpr double sample_right_margin = 8;
 constexpr double sample_text_left = 7;
