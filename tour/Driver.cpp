@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 
@@ -16,16 +17,16 @@ namespace {
 constexpr int dialog_poll_ms = 20;
 constexpr int dialog_polls = 500;
 
-void visit_dialog(const std::function<void(QDialog&)>& visit, int polls_left)
+void visit_dialog(const std::function<void(QDialog&)>& visit, const QPointer<QWidget>& present, int polls_left)
 {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (dialog != nullptr && QTest::qWaitForWindowExposed(dialog)) {
+    if (dialog != nullptr && dialog != present && QTest::qWaitForWindowExposed(dialog)) {
         visit(*dialog);
         return;
     }
     if (polls_left == 0)
         qFatal("no dialog came");
-    QTimer::singleShot(dialog_poll_ms, qApp, [=] { visit_dialog(visit, polls_left - 1); });
+    QTimer::singleShot(dialog_poll_ms, qApp, [=] { visit_dialog(visit, present, polls_left - 1); });
 }
 
 QPoint in_viewport(const ListView& list, QPoint point)
@@ -41,21 +42,21 @@ QPoint middle_of_row(ListView& list, int row)
 
 } // namespace
 
-void Driver::click_node(const QString& key) const
+void Driver::click_node(const QString& key, const QString& tree) const
 {
-    auto& tree = control<TreeView>(u"tvTreeView"_s);
-    TreeNode* node = tree.Item(key);
+    auto& view = control<TreeView>(tree);
+    TreeNode* node = view.Item(key);
     if (node == nullptr)
         qFatal("no node %s", qPrintable(key));
-    const QRect place = tree.node_rect(node);
-    QTest::mouseMove(tree.viewport(), place.center());
-    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, QPoint(place.left() + 24, place.center().y()));
+    const QRect place = view.node_rect(node);
+    QTest::mouseMove(view.viewport(), place.center());
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, QPoint(place.left() + 24, place.center().y()));
 }
 
-void Driver::open_node(const QString& key) const
+void Driver::open_node(const QString& key, const QString& tree) const
 {
-    click_node(key);
-    QTest::keyClick(&control<TreeView>(u"tvTreeView"_s), Qt::Key_Right);
+    click_node(key, tree);
+    QTest::keyClick(&control<TreeView>(tree), Qt::Key_Right);
 }
 
 void Driver::click_check_box(ListView& list, int row) const
@@ -71,7 +72,9 @@ void Driver::click_row(ListView& list, int row, Qt::KeyboardModifiers keys) cons
 
 void Driver::right_click_row(ListView& list, int row) const
 {
-    QTest::mouseClick(list.view()->viewport(), Qt::RightButton, {}, middle_of_row(list, row));
+    const QPoint place = middle_of_row(list, row);
+    QTest::mouseMove(list.view()->viewport(), place); // where a menu opens
+    QTest::mouseClick(list.view()->viewport(), Qt::RightButton, {}, place);
 }
 
 void Driver::double_click_row(ListView& list, int row) const
@@ -91,10 +94,17 @@ void Driver::type(const QString& box, const QString& text) const
     QTest::keyClicks(&target, text);
 }
 
-void Driver::choose(const QString& menu, const QString& entry) const
+QMenu& Driver::open_menu(const QString& menu) const
 {
     auto& bar = control<QMenuBar>({});
-    QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(control<QMenu>(menu).menuAction()).center());
+    auto& popup = control<QMenu>(menu);
+    QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(popup.menuAction()).center());
+    return popup;
+}
+
+void Driver::choose(const QString& menu, const QString& entry) const
+{
+    open_menu(menu);
     choose_from_popup(menu, entry);
 }
 
@@ -130,5 +140,8 @@ void Driver::click(const QString& button) const
 
 void Driver::in_next_dialog(std::function<void(QDialog&)> visit)
 {
-    QTimer::singleShot(0, qApp, [visit = std::move(visit)] { visit_dialog(visit, dialog_polls); });
+    QTimer::singleShot(0, qApp,
+                       [visit = std::move(visit), present = QPointer<QWidget>(QApplication::activeModalWidget())] {
+                           visit_dialog(visit, present, dialog_polls);
+                       });
 }

@@ -9,6 +9,8 @@
 
 #include <functional>
 
+class QMenu;
+
 /// Drives a form as a person does: by mouse and key events on its controls, which are found by their names.
 class Driver
 {
@@ -24,10 +26,10 @@ public:
         return *found;
     }
 
-    /// Clicks a node of the tree `tvTreeView`.
-    void click_node(const QString& key) const;
-    /// Clicks a node and opens it by the right arrow key.
-    void open_node(const QString& key) const;
+    /// Clicks a node of a tree; all above it are open.
+    void click_node(const QString& key, const QString& tree = QStringLiteral("tvTreeView")) const;
+    /// Clicks a node of a tree and opens it by the right arrow key.
+    void open_node(const QString& key, const QString& tree = QStringLiteral("tvTreeView")) const;
     /// Clicks the check box of a row; the row is scrolled into view first.
     void click_check_box(ListView& list, int row) const;
     /// Clicks a row beside its check box, with keys held if wanted.
@@ -38,6 +40,8 @@ public:
     void double_click_row(ListView& list, int row) const;
     /// Replaces the text of a box by typing.
     void type(const QString& box, const QString& text) const;
+    /// Opens a menu of the menu bar.
+    QMenu& open_menu(const QString& menu) const;
     /// Opens a menu of the menu bar and clicks one of its entries.
     void choose(const QString& menu, const QString& entry) const;
     /// Clicks an entry of a pop-up menu that is open.
@@ -49,8 +53,8 @@ public:
     /// Clicks a button.
     void click(const QString& button) const;
 
-    /// Runs `visit` once inside the next modal dialog, as soon as that is on screen; ends the process when none comes
-    /// within ten seconds.
+    /// Runs `visit` once inside the next modal dialog, as soon as that is on screen in front of the present one; ends
+    /// the process when none comes within ten seconds.
     static void in_next_dialog(std::function<void(QDialog&)> visit);
 
 private:
