@@ -4,6 +4,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -41,6 +42,8 @@ private Q_SLOTS:
     void what_leaves_the_light_data();
     void only_the_save_button_makes_enter_save();
     void save_button_is_lit_by_the_focus();
+    void enter_saves_while_the_save_button_has_the_focus();
+    void a_click_leaves_the_button_unlit_until_the_mouse_moves();
 
 private:
     UsrButton& button(const QString& name) const { return *window_->findChild<UsrButton*>(name); }
@@ -178,6 +181,32 @@ void TestHover::save_button_is_lit_by_the_focus()
     button(u"ReBtn"_s).setFocus(Qt::TabFocusReason);
     QCOMPARE(lit(), QStringList());
     QCOMPARE(shared.enter_saves, i16(0));
+}
+
+void TestHover::enter_saves_while_the_save_button_has_the_focus()
+{
+    UsrButton& save = button(u"cmdSave"_s);
+    const QSignalSpy clicks(&save, &UsrButton::Click);
+    QTest::keyClick(window_.get(), Qt::Key_Return);
+    QCOMPARE(clicks.size(), 0);
+    save.setFocus(Qt::TabFocusReason);
+    QCOMPARE(lit(), QStringList{u"cmdSave"_s});
+    QTest::keyClick(&save, Qt::Key_Return);
+    QCOMPARE(clicks.size(), 1);
+    QCOMPARE(lit(), QStringList());
+    button(u"ReBtn"_s).setFocus(Qt::TabFocusReason);
+    QTest::keyClick(window_.get(), Qt::Key_Return);
+    QCOMPARE(clicks.size(), 1);
+}
+
+void TestHover::a_click_leaves_the_button_unlit_until_the_mouse_moves()
+{
+    light(u"StopBtn"_s);
+    QCOMPARE(lit(), QStringList{u"StopBtn"_s});
+    QTest::mouseClick(&button(u"StopBtn"_s), Qt::LeftButton, {}, QPoint(6, 6));
+    QCOMPARE(lit(), QStringList());
+    QTest::mouseMove(&button(u"StopBtn"_s), QPoint(8, 8));
+    QCOMPARE(lit(), QStringList{u"StopBtn"_s});
 }
 
 QUILMO_UI_TEST(TestHover)
