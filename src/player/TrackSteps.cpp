@@ -61,6 +61,7 @@ void TrackSteps::play_chosen_row()
     show_selected_file();
     shared.selected_mp3_path = shared.selected_mp3_full;
     list_.set_Selected(track_index_, true);
+    list_.ensure_visible(track_index_);
     // Behind the selection: the file name box shows the key of the row that keys act on, whatever is put into it.
     if (shared.detail_fields != nullptr) {
         shared.detail_fields->set_txtFilename(name);

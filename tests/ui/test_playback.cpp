@@ -207,6 +207,7 @@ private Q_SLOTS:
     void a_click_elsewhere_is_played_by_either_step_data();
     void steps_show_the_file_they_play();
     void steps_show_the_file_they_play_data();
+    void a_step_scrolls_to_its_row();
     void a_refresh_keeps_the_row_that_a_step_chose();
     void a_step_leaves_other_selected_rows_alone();
     void another_folder_is_played_from_its_first_row();
@@ -783,6 +784,25 @@ void TestPlayback::steps_show_the_file_they_play()
     QTEST(fields.artist, "artist");
     QTEST(fields.title, "title");
     QTEST(fields.filesize, "size");
+}
+
+void TestPlayback::a_step_scrolls_to_its_row()
+{
+    QStringList names;
+    for (int i = 0; i < 40; ++i)
+        names.append(u"song %1.mp3"_s.arg(i));
+    corner_->show_folder(names);
+    ListView& list = corner_->panes.list_view;
+    list.resize(500, 200);
+    list.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&list));
+    corner_->play_row(1);
+    corner_->steps.ReBtn_Click();
+    QCOMPARE(list.SelectedItem(), 40);
+    QVERIFY(!list.row_rect(40).isEmpty());
+    QVERIFY(list.row_rect(1).isEmpty());
+    corner_->steps.FastBtn_Click();
+    QVERIFY(!list.row_rect(1).isEmpty());
 }
 
 void TestPlayback::a_refresh_keeps_the_row_that_a_step_chose()
