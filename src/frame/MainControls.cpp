@@ -287,6 +287,7 @@ void MainControls::create_title_line(QWidget& ground)
     auto* title = new TextBox(&ground);
     title->setReadOnly(true);
     title->setFrame(false);
+    title->setFocusPolicy(Qt::ClickFocus); // often empty, so the focus would be lost to sight
     QPalette colours = title->palette();
     colours.setColor(QPalette::Base, palette::panel_dark);
     title->setPalette(colours);
@@ -343,34 +344,22 @@ void MainControls::create_volume(QWidget& ground)
                            0, 0, track_height, track_height);
 }
 
-// From left to right and from top to bottom. The boxes that only show something are stops too, so that their texts can
+// From left to right and from top to bottom, behind the toolbar. File name and length are stops too, so that they can
 // be read out and copied.
 void MainControls::set_tab_order() const
 {
     QWidget* previous = &*cmd_select_all;
-    for (QWidget* next : std::initializer_list<QWidget*>{&*cmdRemove,
-                                                         &*Change_all,
-                                                         &*cmdBurn,
-                                                         &*tvTreeView,
-                                                         &*imgSplitter,
-                                                         &*lvListView,
-                                                         &*txtFilename,
-                                                         &*txtArtist,
-                                                         &*txtTitle,
-                                                         &*cboGenre,
-                                                         &*txtGenre,
-                                                         &*Label_filesize,
-                                                         &*cmdSave,
-                                                         &*label_title_of_player,
-                                                         &*Picture_back_play_index,
-                                                         &*ReBtn,
-                                                         &*backBtn,
-                                                         &*PlayBtn,
-                                                         &*StopBtn,
-                                                         &*frontBtn,
-                                                         &*FastBtn,
-                                                         &*muteBtn,
-                                                         &*Picture_back_volume}) {
+    for (QWidget* next : std::initializer_list<QWidget*>{&*cmdRemove,   &*Change_all,
+                                                         &*cmdBurn,     &*tvTreeView,
+                                                         &*imgSplitter, &*lvListView,
+                                                         &*txtFilename, &*txtArtist,
+                                                         &*txtTitle,    &*cboGenre,
+                                                         &*txtGenre,    &*Label_filesize,
+                                                         &*cmdSave,     &*Picture_back_play_index,
+                                                         &*ReBtn,       &*backBtn,
+                                                         &*PlayBtn,     &*StopBtn,
+                                                         &*frontBtn,    &*FastBtn,
+                                                         &*muteBtn,     &*Picture_back_volume}) {
         QWidget::setTabOrder(previous, next);
         previous = next;
     }

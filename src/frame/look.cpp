@@ -9,6 +9,7 @@
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleOption>
+#include <QToolButton>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
@@ -97,6 +98,10 @@ public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override
     {
+        if (element == PE_FrameFocusRect && qobject_cast<const QToolButton*>(widget) != nullptr) {
+            draw_focus_ring(*painter, option->rect);
+            return;
+        }
         QProxyStyle::drawPrimitive(element, option, painter, widget);
         if (element == PE_IndicatorCheckBox)
             draw_check_frame(*painter, option->rect);
@@ -133,6 +138,17 @@ private:
         painter.setPen(QPen(palette::soft_ink, 1));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(place.adjusted(0, 0, -1, -1));
+        painter.restore();
+    }
+
+    /// The toolkit's own sign of the focus is too faint in a bar.
+    static void draw_focus_ring(QPainter& painter, const QRect& place)
+    {
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette::accent, palette::stroke));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(place), palette::corner_radius, palette::corner_radius);
         painter.restore();
     }
 
