@@ -176,6 +176,8 @@ public:
         return control<QWidget>(name).toolTip();
     }
 
+    const QWidget& window() const { return *window_; }
+
 private:
     TestDisk disk_;
     std::unique_ptr<QuilmoMain> window_;
@@ -196,6 +198,8 @@ private Q_SLOTS:
     void fonts();
     void label_pictures_speak_every_language();
     void buttons_speak_german_and_no_korean();
+    void the_design_fits_a_small_desktop();
+    void the_design_fits_a_small_desktop_data();
 };
 
 void TestMainLanguages::texts_data()
@@ -281,6 +285,23 @@ void TestMainLanguages::buttons_speak_german_and_no_korean()
     QVERIFY(faces[korean - 1] == faces[english - 1]);
     for (int i = 0; i < states; ++i)
         QVERIFY(faces[german - 1][i] != faces[english - 1][i]);
+}
+
+void TestMainLanguages::the_design_fits_a_small_desktop_data()
+{
+    add_languages();
+}
+
+// What a desktop of 1024 x 768 leaves: its panel takes 40 pixels, the frame 5 on each side and a title of 28.
+void TestMainLanguages::the_design_fits_a_small_desktop()
+{
+    constexpr QSize room(1024 - 10, 768 - 40 - 10 - 28);
+    QFETCH(const Language, language);
+    const SpeakingWindow speaking(language);
+    const QWidget& window = speaking.window();
+    QVERIFY(window.width() <= room.width());
+    QVERIFY(window.height() <= room.height());
+    QCOMPARE(window.minimumSizeHint().boundedTo(room), window.minimumSizeHint());
 }
 
 QUILMO_UI_TEST(TestMainLanguages)
