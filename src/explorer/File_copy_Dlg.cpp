@@ -71,7 +71,7 @@ void File_copy_Dlg::create_controls()
 {
     FileCopyTreeView_ = new TreeView(this);
     FileCopyTreeView_->setObjectName(u"FileCopyTreeView"_s);
-    FileCopyTreeView_->setAccessibleName(own_word(Word::folders));
+    FileCopyTreeView_->setAccessibleName(own_word(Word::name_folders));
     FileCopyTreeView_->set_images(surroundings_.images);
     FileCopyTreeView_->set_LabelEdit_automatic(true);
     Cmd_new_folder_ = add_button(u"Cmd_new_folder"_s, u"New Folder"_s);

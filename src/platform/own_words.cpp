@@ -58,8 +58,6 @@ constexpr auto words = std::to_array<WordTexts>({
     {Word::option_genre_from_list, {u"From the list", u"목록에서 선택", u"Aus der Liste"}},
     {Word::option_genre_as_text, {u"By hand", u"직접 입력", u"Von Hand"}},
 
-    {Word::folders, {u"Folders", u"폴더", u"Ordner"}},
-
     {Word::sound_on, {u"Sound on", u"소리 켜짐", u"Ton an"}},
     {Word::sound_off, {u"Muted", u"음소거됨", u"Stumm"}},
     {Word::no_audio_device,

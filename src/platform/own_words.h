@@ -49,8 +49,6 @@ enum class Word
     option_genre_from_list, ///< the two ways of entering a genre
     option_genre_as_text,
 
-    folders, ///< the tree of drives and folders to choose from
-
     sound_on, ///< the two states of the mute button
     sound_off,
     no_audio_device,
