@@ -76,6 +76,7 @@ private Q_SLOTS:
     void columns_sort_by_the_shared_toggles_data();
     void columns_sort_by_the_shared_toggles();
     void the_pointer_lights_one_button();
+    void keys_reach_everything();
     void thousands_of_rows_are_done_once();
 
 private:
@@ -782,6 +783,27 @@ void TestAutoConvert::the_pointer_lights_one_button()
     }
     press("Cancel");
     QVERIFY(!form_->isVisible());
+}
+
+void TestAutoConvert::keys_reach_everything()
+{
+    write(u"a.mp3"_s, tagged("Ann", "Sea"));
+    open_for_all();
+    QCOMPARE(form_->focusWidget()->objectName(), u"freeview"_s);
+    QTest::keyClick(form_->focusWidget(), Qt::Key_Return);
+    QCOMPARE(row(u"a.mp3"_s).column(1), u"[Ann][Sea][Rock].mp3"_s);
+
+    const auto focused = [this] {
+        const bool in_rows = rows().isAncestorOf(form_->focusWidget());
+        return in_rows ? rows().objectName() : form_->focusWidget()->objectName();
+    };
+    QStringList order;
+    for (int step = 0; step < 8; ++step) {
+        QTest::keyClick(form_->focusWidget(), Qt::Key_Tab);
+        order.append(focused());
+    }
+    QCOMPARE(order, (QStringList{u"autoconvert"_s, u"Cancel"_s, u"Selected_ListView"_s, u"txtArtist"_s,
+                                 u"Check_Artist"_s, u"txtGenre"_s, u"Check_Genre"_s, u"freeview"_s}));
 }
 
 void TestAutoConvert::thousands_of_rows_are_done_once()

@@ -64,6 +64,7 @@ private Q_SLOTS:
     void loading_clears_all_toggles_but_one();
     void the_pointer_lights_one_button();
     void buttons_act_by_key();
+    void keys_reach_everything();
     void a_thousand_records_fit();
 
 private:
@@ -373,6 +374,26 @@ void TestFifConvert::buttons_act_by_key()
     button("Cancel").setFocus();
     QTest::keyClick(&button("Cancel"), Qt::Key_Enter);
     QVERIFY(!dialog_->isVisible());
+}
+
+void TestFifConvert::keys_reach_everything()
+{
+    list(u"tagged.mp3"_s, tagged("Ann", "Sea"));
+    open();
+    const auto focused = [this] {
+        QWidget* control = dialog_->focusWidget();
+        while (control->parentWidget() != dialog_.get()) // the list that the focus is in
+            control = control->parentWidget();
+        return control->objectName();
+    };
+    QStringList order;
+    for (int step = 0; step < 6; ++step) {
+        order.append(focused());
+        QTest::keyClick(dialog_->focusWidget(), Qt::Key_Tab);
+    }
+    QCOMPARE(order, (QStringList{u"Possible_ListView"_s, u"FIF_ListView"_s, u"Impossible_ListView"_s, u"Change_FIF"_s,
+                                 u"cmd_transfer"_s, u"Cancel"_s}));
+    QCOMPARE(focused(), u"Possible_ListView"_s);
 }
 
 void TestFifConvert::a_thousand_records_fit()
