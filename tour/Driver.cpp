@@ -6,7 +6,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPointer>
 #include <QTest>
 #include <QTimer>
 
@@ -17,7 +16,7 @@ namespace {
 constexpr int dialog_poll_ms = 20;
 constexpr int dialog_polls = 500;
 
-void visit_dialog(const std::function<void(QDialog&)>& visit, const QPointer<QWidget>& present, int polls_left)
+void visit_dialog(const std::function<void(QDialog&)>& visit, const QWidget* present, int polls_left)
 {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (dialog != nullptr && dialog != present && QTest::qWaitForWindowExposed(dialog)) {
@@ -140,8 +139,7 @@ void Driver::click(const QString& button) const
 
 void Driver::in_next_dialog(std::function<void(QDialog&)> visit)
 {
-    QTimer::singleShot(0, qApp,
-                       [visit = std::move(visit), present = QPointer<QWidget>(QApplication::activeModalWidget())] {
-                           visit_dialog(visit, present, dialog_polls);
-                       });
+    QTimer::singleShot(0, qApp, [visit = std::move(visit), present = QApplication::activeModalWidget()] {
+        visit_dialog(visit, present, dialog_polls);
+    });
 }

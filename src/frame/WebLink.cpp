@@ -89,7 +89,7 @@ void WebLink::put_out()
 
 QColor WebLink::ForeColor() const
 {
-    return QColor(rgb_of(lit_ ? colour_under_mouse : colour_at_rest));
+    return {rgb_of(lit_ ? colour_under_mouse : colour_at_rest)};
 }
 
 QColor WebLink::BackColor() const
