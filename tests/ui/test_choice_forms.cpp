@@ -1,3 +1,4 @@
+#include "convert/LineButton.h"
 #include "convert/Select_FIF_Format.h"
 #include "convert/Set_genre_type.h"
 #include "core/mod_of_grobal_var.h"
@@ -46,12 +47,13 @@ private Q_SLOTS:
     void cancel_keeps_the_way();
     void the_present_option_has_the_focus();
     void keys_choose();
+    void arrows_choose_the_way();
     void enter_on_an_option_takes_it();
     void enter_on_cancel_changes_nothing();
     void escape_changes_nothing();
     void the_choice_outlives_the_run();
     void the_pointer_lights_one_button();
-    void every_line_has_its_text();
+    void every_option_has_its_picture();
 
 private:
     template<typename Form> void open()
@@ -303,6 +305,19 @@ void TestChoiceForms::keys_choose()
     QVERIFY(!form_->isVisible());
 }
 
+void TestChoiceForms::arrows_choose_the_way()
+{
+    open<Set_genre_type>();
+    QCOMPARE(form_->focusWidget()->objectName(), u"Option_combo"_s);
+    QTest::keyClick(form_->focusWidget(), Qt::Key_Right);
+    QCOMPARE(chosen_option(), u"Option_edit"_s);
+    QTest::keyClick(form_->focusWidget(), Qt::Key_Left);
+    QCOMPARE(chosen_option(), u"Option_combo"_s);
+    QTest::keyClick(form_->focusWidget(), Qt::Key_Right);
+    QTest::keyClick(form_->focusWidget(), Qt::Key_Return);
+    QCOMPARE(shared.genre_type, i16(2));
+}
+
 void TestChoiceForms::enter_on_an_option_takes_it()
 {
     open<Select_FIF_Format>();
@@ -375,19 +390,25 @@ void TestChoiceForms::the_pointer_lights_one_button()
     QTRY_COMPARE(lit(), QStringList());
 }
 
-void TestChoiceForms::every_line_has_its_text()
+void TestChoiceForms::every_option_has_its_picture()
 {
-    open<Select_FIF_Format>();
-    const QImage image = form_->grab().toImage();
-    for (int type = 1; type <= 6; ++type) {
-        const QRect line = option(u"Option_%1"_s.arg(type)).geometry();
-        int dark = 0;
-        for (int x = line.left() + line.height(); x < line.right(); ++x) {
-            for (int y = line.top(); y < line.bottom(); ++y)
-                dark += qGray(image.pixel(x, y)) < 100 ? 1 : 0;
+    const auto check = [this] {
+        const QImage image = form_->grab().toImage();
+        for (const QRadioButton* each : form_->findChildren<QRadioButton*>()) {
+            const QRect picture = each->geometry().adjusted(LineButton<QRadioButton>::caption_left, 0, 0, 0);
+            int dark = 0;
+            for (int x = picture.left(); x <= picture.right(); ++x) {
+                for (int y = picture.top(); y <= picture.bottom(); ++y)
+                    dark += qGray(image.pixel(x, y)) < 100 ? 1 : 0;
+            }
+            QVERIFY2(dark > 100, qPrintable(u"%1: %2 dark pixels"_s.arg(each->objectName()).arg(dark)));
         }
-        QVERIFY2(dark > 100, qPrintable(u"shape %1: %2 dark pixels"_s.arg(type).arg(dark)));
-    }
+    };
+    shared.fif_type = shared.genre_type = 0; // so that no focus ring counts
+    open<Select_FIF_Format>();
+    check();
+    open<Set_genre_type>();
+    check();
 }
 
 QUILMO_UI_TEST(TestChoiceForms)
