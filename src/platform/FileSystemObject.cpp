@@ -2,13 +2,13 @@
 
 #include "platform/RunTimeError.h"
 #include "platform/file_names.h"
+#include "platform/language.h"
 #include "platform/own_words.h"
 #include "platform/paths.h"
 #include "platform/rename_file.h"
 
 #include <QDateTime>
 #include <QHash>
-#include <QLocale>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -18,6 +18,7 @@
 #include <array>
 #include <cerrno>
 #include <ctime>
+#include <map>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -148,7 +149,7 @@ private:
         return text;
     }
 
-    QLocale locale_ = QLocale::system();
+    QLocale locale_ = program_locale();
     QString date_format_ = locale_.dateFormat(QLocale::ShortFormat);
     QString time_format_ = locale_.timeFormat(QLocale::ShortFormat);
     QHash<qint64, QString> date_texts_;
@@ -163,8 +164,8 @@ QString File::Type() const
 
 QString File::DateLastModified() const
 {
-    static DateWriter writer;
-    return writer.text(modified_seconds);
+    static std::map<Language, DateWriter> writers;
+    return writers[program_language()].text(modified_seconds);
 }
 
 Folder::Folder(QString path, QByteArray native) : path_(std::move(path)), native_(std::move(native)) {}

@@ -2,11 +2,11 @@
 
 #include "platform/controls/display_text.h"
 #include "platform/controls/palette.h"
+#include "platform/language.h"
 #include "platform/own_words.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
-#include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -48,7 +48,7 @@ QString amount_text(const FileProgress& progress)
 {
     if (progress.bytes_all == 0)
         return {};
-    const QLocale locale = QLocale::system();
+    const QLocale locale = program_locale();
     const auto text = [&](qint64 bytes) {
         return locale.formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
     };

@@ -2,13 +2,13 @@
 
 #include "platform/controls/display_text.h"
 #include "platform/controls/palette.h"
+#include "platform/language.h"
 #include "platform/own_words.h"
 
 #include <QDateTime>
 #include <QFrame>
 #include <QGridLayout>
 #include <QLabel>
-#include <QLocale>
 #include <QPushButton>
 #include <QStyle>
 
@@ -49,7 +49,7 @@ QFrame* new_facts(const QString& name, Word head, const FileFacts& facts, bool i
     sheet->setBackgroundRole(QPalette::Base);
     sheet->setAutoFillBackground(true);
 
-    const QLocale locale = QLocale::system();
+    const QLocale locale = program_locale();
     const QString folder = display_text(folder_of(facts.path));
     auto* head_label = new_label(name + u"_head"_s, own_word(head), sheet);
     QFont bold = head_label->font();

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
 
 #include <cstdio>
 #include <cstdlib>
@@ -29,6 +30,7 @@ void show_box(const QString& text, int /*style*/, const QString& title)
     QMessageBox box(QMessageBox::Information, title, breakable_text(text), QMessageBox::Ok,
                     QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
+    box.button(QMessageBox::Ok)->setText(own_word(Word::button_ok));
     // Long work shows the wait cursor on every window, but this one waits for the person.
     QApplication::setOverrideCursor(Qt::ArrowCursor);
     box.exec();

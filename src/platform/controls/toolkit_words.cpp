@@ -3,7 +3,6 @@
 #include "platform/language.h"
 
 #include <QCoreApplication>
-#include <QLibraryInfo>
 #include <QTranslator>
 
 #include <memory>
@@ -27,11 +26,11 @@ QString translation_name(Language language)
 
 } // namespace
 
-void translate_toolkit()
+void translate_toolkit(const QString& folder)
 {
     static QTranslator translator; // the application drops it by itself when it ends first
     QCoreApplication::removeTranslator(&translator);
     const QString name = translation_name(program_language());
-    if (!name.isEmpty() && translator.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    if (!name.isEmpty() && translator.load(name, folder))
         QCoreApplication::installTranslator(&translator);
 }
