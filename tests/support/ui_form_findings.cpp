@@ -302,12 +302,10 @@ void check_names(QWidget& form, const QString& where, Findings& findings)
 
 // --- Texts of a language
 
-/// Genres have English names everywhere, and dates and amounts are in the form of the system.
+/// The names of genres are English everywhere.
 bool shows_foreign_text(const QWidget& control)
 {
-    const QString name = control.objectName();
-    return control.inherits("QComboBox") ||
-           (name.startsWith(u"Facts_") && (name.endsWith(u"_date") || name.endsWith(u"_size")));
+    return control.inherits("QComboBox");
 }
 
 void note_texts(QWidget& control, const QString& form, Findings& findings)

@@ -40,7 +40,7 @@ const QString fif_name = u"[1][2].mp3"_s;
 const QString tagged_name = u"3.mp3"_s;
 const QString bare_name = u"4.mp3"_s;
 
-constexpr qint64 megabyte = 1024 * 1024;
+constexpr qint64 megabyte = qint64{1024} * 1024;
 
 void visit_shown(QWidget& form, const Visit& visit)
 {
