@@ -18,7 +18,7 @@ constexpr auto words = std::to_array<WordTexts>({
     {Word::type_mp3, {u"MP3 File", u"MP3 파일", u"MP3-Datei"}},
     {Word::type_file, {u"File", u"파일", u"Datei"}},
     {Word::drive_root_name, {u"File System", u"파일 시스템", u"Dateisystem"}},
-    {Word::drive_home_name, {u"Home", u"홈", u"Persönlicher Ordner"}},
+    {Word::drive_home_name, {u"Home", u"홈", u"Persönlich"}},
     {Word::drive_music_name, {u"Music", u"음악", u"Musik"}},
 
     {Word::field_filename, {u"File Name", u"파일 이름", u"Dateiname"}},
