@@ -63,8 +63,8 @@ void LabelEditor::place()
     const QRect sight = view_.viewport()->rect();
     QRect box = geometry();
     const int needed = fontMetrics().horizontalAdvance(displayText()) + minimumSizeHint().width();
-    box.setWidth(std::min(std::max(box.width(), needed),
-                          std::max(sight.right() - std::max(box.left(), 0), minimumSizeHint().width())));
+    const int room = std::max(sight.right() - std::max(box.left(), 0), minimumSizeHint().width());
+    box.setWidth(std::min(needed, room));
     const int height = std::max(box.height(), sizeHint().height());
     const bool is_in_sight = box.intersects(sight);
     box.adjust(0, (box.height() - height) / 2, 0, 0);
