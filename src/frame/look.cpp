@@ -4,6 +4,7 @@
 #include "platform/controls/fonts.h"
 #include "platform/controls/palette.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QPainter>
 #include <QPalette>
@@ -102,6 +103,10 @@ public:
             draw_focus_ring(*painter, option->rect);
             return;
         }
+        if (element == PE_Frame && qobject_cast<const QAbstractScrollArea*>(widget) != nullptr) {
+            draw_frame(*painter, option->rect);
+            return;
+        }
         QProxyStyle::drawPrimitive(element, option, painter, widget);
         if (element == PE_IndicatorCheckBox)
             draw_check_frame(*painter, option->rect);
@@ -129,6 +134,15 @@ private:
         if (section)
             painter.fillRect(option.rect.right(), option.rect.top() + header_line_inset, 1,
                              option.rect.height() - 2 * header_line_inset, palette::line);
+    }
+
+    /// Filled, as the toolkit's thin lines at right and below vanish behind the list where a pixel is no whole number.
+    static void draw_frame(QPainter& painter, const QRect& place)
+    {
+        painter.fillRect(QRect(place.left(), place.top(), place.width(), 1), palette::line);
+        painter.fillRect(QRect(place.left(), place.bottom(), place.width(), 1), palette::line);
+        painter.fillRect(QRect(place.left(), place.top(), 1, place.height()), palette::line);
+        painter.fillRect(QRect(place.right(), place.top(), 1, place.height()), palette::line);
     }
 
     /// The toolkit's own frame of a check box is too faint on paper.
