@@ -378,8 +378,10 @@ bool QuilmoMain::eventFilter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {
     case QEvent::KeyPress:
-        if (const auto* widget = qobject_cast<QWidget*>(watched); widget != nullptr && widget->window() == this)
-            return KeyDown(static_cast<QKeyEvent*>(event)->key());
+        // Keys that choose in the menu bar are none of the form's.
+        if (const auto* widget = qobject_cast<QWidget*>(watched);
+            widget != nullptr && widget->window() == this && !menuBar()->hasFocus())
+            return KeyDown(*static_cast<QKeyEvent*>(event));
         break;
     case QEvent::ShortcutOverride:
         if (commands_.is_for_edit_menu(watched, *static_cast<QKeyEvent*>(event)))
@@ -399,19 +401,23 @@ bool QuilmoMain::eventFilter(QObject* watched, QEvent* event)
     return QMainWindow::eventFilter(watched, event);
 }
 
-/// The form sees keys before its controls do. Gives whether the key was one of its own.
-bool QuilmoMain::KeyDown(int key)
+/// The form sees keys before its controls do. Gives whether the key was one of its own. Held down it acts once.
+bool QuilmoMain::KeyDown(const QKeyEvent& event)
 {
-    switch (key) {
+    const bool acts = !event.isAutoRepeat();
+    switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (shared.enter_saves != 1 || commands_.is_editing_label())
             return false;
-        Q_EMIT controls_.cmdSave->Click();
-        controls_.cmdSave->DelMoveImg();
+        if (acts) {
+            Q_EMIT controls_.cmdSave->Click();
+            controls_.cmdSave->DelMoveImg();
+        }
         return true;
     case Qt::Key_F1:
-        ShellExecuteA(web_address());
+        if (acts)
+            ShellExecuteA(web_address());
         return true;
     case Qt::Key_F2:
         commands_.rename_in_pane();

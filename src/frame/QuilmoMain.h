@@ -65,7 +65,7 @@ private:
     void show_list_menu(bool on_row);
     void tell_no_audio_device();
     void bring_filename_back();
-    bool KeyDown(int key);
+    bool KeyDown(const QKeyEvent& event);
 
     QWidget* form_; ///< the area of the hand-placed controls
     MainControls controls_;

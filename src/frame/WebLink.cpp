@@ -125,12 +125,18 @@ void WebLink::mouseMoveEvent(QMouseEvent* event)
     event->accept();
 }
 
+// A double click is one press: its second half opens nothing.
+void WebLink::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    event->accept();
+}
+
 void WebLink::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        click();
-    else
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
         QAbstractButton::keyPressEvent(event);
+    else if (!event->isAutoRepeat())
+        click();
 }
 
 void WebLink::focusInEvent(QFocusEvent* event)

@@ -69,6 +69,9 @@ private Q_SLOTS:
     void the_lit_link_stays_while_the_mouse_is_on_the_button();
     void a_press_of_the_link_opens_the_address_data();
     void a_press_of_the_link_opens_the_address();
+    void a_double_click_opens_the_address_once();
+    void a_key_held_down_presses_nothing_data();
+    void a_key_held_down_presses_nothing();
     void nothing_shows_without_a_browser();
     void ok_closes_data();
     void ok_closes();
@@ -192,6 +195,37 @@ void TestAbout::a_press_of_the_link_opens_the_address()
         QTest::keyClick(QApplication::focusWidget(), Qt::Key(key));
     }
     QCOMPARE(opened_, QStringList{web_address()});
+    QVERIFY(dialog_->isVisible());
+}
+
+void TestAbout::a_double_click_opens_the_address_once()
+{
+    QTest::mouseDClick(dialog_->windowHandle(), Qt::LeftButton, {},
+                       link().mapTo(dialog_.get(), link().rect().center()));
+    QCOMPARE(opened_, QStringList{web_address()});
+}
+
+void TestAbout::a_key_held_down_presses_nothing_data()
+{
+    QTest::addColumn<bool>("on_link");
+    QTest::addColumn<int>("key");
+
+    QTest::newRow("Return on the link") << true << int(Qt::Key_Return);
+    QTest::newRow("Enter on the link") << true << int(Qt::Key_Enter);
+    QTest::newRow("Return on the button") << false << int(Qt::Key_Return);
+    QTest::newRow("Space on the button") << false << int(Qt::Key_Space);
+}
+
+void TestAbout::a_key_held_down_presses_nothing()
+{
+    QFETCH(bool, on_link);
+    QFETCH(int, key);
+
+    if (on_link)
+        QTest::keyClick(dialog_.get(), Qt::Key_Tab);
+    QKeyEvent repeat(QEvent::KeyPress, key, {}, {}, true);
+    QApplication::sendEvent(QApplication::focusWidget(), &repeat);
+    QCOMPARE(opened_, QStringList());
     QVERIFY(dialog_->isVisible());
 }
 

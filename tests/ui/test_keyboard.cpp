@@ -4,12 +4,14 @@
 #include "frame/QuilmoMain.h"
 #include "frame/look.h"
 #include "frame/mnemonics.h"
+#include "platform/controls/ShellExecute.h"
 #include "platform/language.h"
 #include "sample_files.h"
 #include "test_main.h"
 
 #include <QApplication>
 #include <QSet>
+#include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
 
@@ -101,11 +103,13 @@ private Q_SLOTS:
     void letters_open_and_choose();
     void letters_open_and_choose_data();
     void the_about_box_opens_and_closes();
+    void enter_in_the_menu_bar_saves_nothing();
 
     void ctrl_q_ends();
     void ctrl_shift_n_makes_a_folder();
     void ctrl_shift_n_needs_no_open_menu();
     void shortcuts_are_the_expected_ones();
+    void a_key_held_down_acts_once();
     void f2_renames_in_the_pane_used_last();
     void f2_renames_in_the_pane_used_last_data();
     void keys_open_the_menu_of_a_row();
@@ -311,6 +315,25 @@ void TestKeyboard::the_about_box_opens_and_closes()
     QVERIFY(QApplication::activeModalWidget() == nullptr);
 }
 
+void TestKeyboard::enter_in_the_menu_bar_saves_nothing()
+{
+    open_window();
+    auto& save = control<UsrButton>(u"cmdSave"_s);
+    const QSignalSpy clicks(&save, &UsrButton::Click);
+    save.setFocus(Qt::TabFocusReason);
+    press(Qt::Key_F10);
+    press(Qt::Key_Escape); // the bar keeps the keys
+    QCOMPARE(QApplication::focusWidget(), window_->menuBar());
+    press(Qt::Key_Return);
+    QCOMPARE(clicks.size(), 0);
+    QCOMPARE(open_menu(), &control<QMenu>(u"menu_File"_s));
+    press(Qt::Key_Escape);
+    press(Qt::Key_Escape);
+    QCOMPARE(QApplication::focusWidget(), &save);
+    press(Qt::Key_Return);
+    QCOMPARE(clicks.size(), 1);
+}
+
 void TestKeyboard::ctrl_q_ends()
 {
     open_window();
@@ -355,6 +378,25 @@ void TestKeyboard::shortcuts_are_the_expected_ones()
     QCOMPARE(found, (QStringList{u"menu_Edit_copy Ctrl+C"_s, u"menu_Edit_delete Del"_s, u"menu_Edit_paste Ctrl+V"_s,
                                  u"menu_File_Exit Ctrl+Q"_s, u"menu_File_add_folder Ctrl+Shift+N"_s,
                                  u"menu_View_refresh F5"_s}));
+}
+
+void TestKeyboard::a_key_held_down_acts_once()
+{
+    int opened = 0;
+    set_address_opener([&opened](const QUrl&) { return ++opened > 0; });
+    open_window();
+    auto& save = control<UsrButton>(u"cmdSave"_s);
+    const QSignalSpy clicks(&save, &UsrButton::Click);
+    save.setFocus(Qt::TabFocusReason);
+    for (const Qt::Key key : {Qt::Key_F1, Qt::Key_Return}) {
+        for (const bool repeated : {false, true, true}) {
+            QKeyEvent event(QEvent::KeyPress, key, {}, {}, repeated);
+            QApplication::sendEvent(&save, &event);
+        }
+    }
+    set_address_opener({});
+    QCOMPARE(opened, 1);
+    QCOMPARE(clicks.size(), 1);
 }
 
 void TestKeyboard::f2_renames_in_the_pane_used_last_data()

@@ -60,8 +60,8 @@ void ButtonDialog::keyPressEvent(QKeyEvent* event)
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     auto* const focused = qobject_cast<UsrButton*>(focusWidget());
     UsrButton* const pressed = focused != nullptr ? focused : default_button_;
-    if (enter && pressed != nullptr)
-        pressed->click();
-    else
+    if (!enter || pressed == nullptr)
         QDialog::keyPressEvent(event);
+    else if (!event->isAutoRepeat()) // the key may be held down since it opened the dialog
+        pressed->click();
 }
