@@ -77,6 +77,7 @@ private Q_SLOTS:
     void a_size_below_the_design_goes_back();
     void a_size_below_the_design_goes_back_data();
     void the_resize_that_the_layout_raises_is_passed_over();
+    void the_next_resize_after_one_too_small_is_passed_over_whatever_its_size();
     void splitter_stops();
     void splitter_stops_data();
     void splitter_pressed_and_released();
@@ -88,6 +89,7 @@ private Q_SLOTS:
     void a_placed_control_stands_on_the_nearest_pixels();
     void small_screens_freeze_the_window();
     void small_screens_freeze_the_window_data();
+    void the_window_obeys_the_screen_that_it_is_on();
     void the_window_grows_and_shrinks();
     void the_window_keeps_its_size_at_start_as_minimum();
     void a_window_forced_below_its_minimum_comes_back();
@@ -270,6 +272,20 @@ void TestLayout::the_resize_that_the_layout_raises_is_passed_over()
     QCOMPARE(controls.cmdBurn.Left(), burn + 300);
 }
 
+void TestLayout::the_next_resize_after_one_too_small_is_passed_over_whatever_its_size()
+{
+    Form form;
+    const Geometry design = geometry_of(form);
+    Geometry grown = design;
+    grow_wide(grown, 300);
+    grow_high(grown, 450);
+    form.layout.Resize(width - 15, height - 15);
+    form.layout.Resize(width + 300, height + 450);
+    QVERIFY(geometry_of(form) == design);
+    form.layout.Resize(width + 300, height + 450);
+    QVERIFY(geometry_of(form) == grown);
+}
+
 void TestLayout::splitter_stops_data()
 {
     QTest::addColumn<int>("x");
@@ -343,11 +359,12 @@ void TestLayout::splitter_is_moved_by_the_mouse()
 {
     const Form form;
     SplitterGrip& grip = *form.controls.imgSplitter;
+    const int before = form.controls.imgSplitter.Left();
     const QPoint start(2, 40);
     QTest::mousePress(&grip, Qt::LeftButton, {}, start);
     QTest::mouseMove(&grip, start + QPoint(60, 0));
     QTest::mouseRelease(&grip, Qt::LeftButton, {}, start + QPoint(60, 0));
-    QCOMPARE(form.controls.tvTreeView.Width(), form.layout.design(1) - form.controls.lvListView.Width() - 140);
+    QCOMPARE(form.controls.tvTreeView.Width(), before + to_twips(62)); // the bar stands where the mouse is
     QVERIFY(form.controls.picSplitter->isHidden());
 }
 
@@ -450,6 +467,20 @@ void TestLayout::small_screens_freeze_the_window()
     QCOMPARE(window.windowFlags().testFlag(Qt::WindowMaximizeButtonHint), !frozen);
     window.resize(800, 500);
     QCOMPARE(window.size(), frozen ? QSize(640, 480) : QSize(800, 500));
+}
+
+// It runs on a large screen and on a small one.
+void TestLayout::the_window_obeys_the_screen_that_it_is_on()
+{
+    const TestDisk disk;
+    QuilmoMain window;
+    const bool small = qEnvironmentVariableIsSet("QUILMO_SMALL_SCREEN");
+    QCOMPARE(window.minimumSize() == window.maximumSize(), small);
+    QCOMPARE(window.windowFlags().testFlag(Qt::WindowMaximizeButtonHint), !small);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const auto* form = window.findChild<QWidget*>(u"form"_s);
+    QCOMPARE(form->size(), QSize(to_pixels(shared.min_form_width), to_pixels(shared.min_form_height)));
 }
 
 void TestLayout::the_window_grows_and_shrinks()
