@@ -388,7 +388,7 @@ bool QuilmoMain::eventFilter(QObject* watched, QEvent* event)
             return true;
         break;
     case QEvent::MouseMove:
-        if (watched == form_ || watched == centralWidget())
+        if (watched == centralWidget()) // moves over the form come on to it
             hover_.init_ctl_over();
         break;
     case QEvent::Resize:

@@ -80,10 +80,11 @@ QStringList TestHover::lit() const
     return names;
 }
 
-/// Moves the pointer over the control, or over the part of it that takes the mouse.
+/// Moves the pointer over the control, or over the part of it that takes the mouse; without a name over what holds the
+/// form.
 void TestHover::move_over(const QString& control, QPoint place) const
 {
-    auto* widget = window_->findChild<QWidget*>(control);
+    auto* widget = control.isEmpty() ? window_->centralWidget() : window_->findChild<QWidget*>(control);
     if (auto* list = qobject_cast<ListView*>(widget))
         widget = list->view()->viewport();
     else if (auto* view = qobject_cast<QAbstractItemView*>(widget))
@@ -127,6 +128,7 @@ void TestHover::what_puts_out_all_buttons_data()
     QTest::addColumn<QString>("control");
     QTest::addColumn<QPoint>("place");
     QTest::newRow("the form") << u"form"_s << QPoint(2, 52);
+    QTest::newRow("the margin around the form") << QString() << QPoint(3, 200);
     QTest::newRow("the toolbar") << u"main_toolbar"_s << QPoint(600, 10);
     QTest::newRow("the player's ground") << u"Picture_mp3_back"_s << QPoint(20, 4);
     QTest::newRow("the list") << u"lvListView"_s << QPoint(50, 50);
