@@ -293,7 +293,7 @@ void MainControls::create_title_line(QWidget& ground)
     title->setPalette(colours);
     label_title_of_player = placed(*title, u"label_title_of_player"_s, own_word(Word::name_playing_title), title_left,
                                    top, current_left - to_twips(8) - title_left, to_twips(16));
-    constexpr int times_top = top - to_twips(2);
+    constexpr int times_top = top - to_twips(3); // on one base line with the title
     CurrentTime = word_label(ground, u"CurrentTime"_s, u"00:00"_s, current_left, times_top, time_width);
     Label3 = word_label(ground, u"Label3"_s, u"/"_s, total_left - stroke_width, times_top, stroke_width);
     TotalTime = word_label(ground, u"TotalTime"_s, u"00:00"_s, total_left, times_top, time_width);
