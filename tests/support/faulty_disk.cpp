@@ -3,6 +3,8 @@
 
 #include "faulty_disk.h"
 
+#include <QScopeGuard>
+
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -12,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <climits>
 #include <cstdarg>
 #include <cstdlib>
@@ -31,7 +34,7 @@ struct Plan
 };
 
 std::mutex plan_lock;
-Plan* plan = nullptr;
+std::atomic<Plan*> plan = nullptr;   ///< changes under the lock alone
 thread_local bool is_inside = false; ///< a watch makes calls of its own
 
 constexpr std::array faults = {
@@ -98,7 +101,7 @@ Verdict judge(Plan& now, const char* call, const QByteArray& native, bool is_tra
 /// What is to become of a call that touches one of the paths.
 Verdict verdict(const char* call, const std::function<QByteArrayList()>& paths, bool is_transfer = false)
 {
-    if (is_inside || __atomic_load_n(&plan, __ATOMIC_ACQUIRE) == nullptr)
+    if (is_inside || plan == nullptr)
         return Verdict::goes_on;
     const int old_errno = errno;
     const std::lock_guard lock(plan_lock);
@@ -106,14 +109,14 @@ Verdict verdict(const char* call, const std::function<QByteArrayList()>& paths, 
         return Verdict::goes_on;
     is_inside = true;
     Verdict result = Verdict::goes_on;
-    errno = old_errno;
+    Plan& now = *plan;
     for (const QByteArray& native : paths()) {
-        if (!touches(plan->folders, native))
+        if (!touches(now.folders, native))
             continue;
-        if (plan->watch)
-            plan->watch(call, native);
+        if (now.watch)
+            now.watch(call, native);
         errno = old_errno;
-        result = judge(*plan, call, native, is_transfer);
+        result = judge(now, call, native, is_transfer);
         break;
     }
     is_inside = false;
@@ -167,16 +170,12 @@ void run_with(Plan& now, const std::function<void()>& work)
 {
     {
         const std::lock_guard lock(plan_lock);
-        __atomic_store_n(&plan, &now, __ATOMIC_RELEASE);
+        plan = &now;
     }
-    struct End
-    {
-        ~End()
-        {
-            const std::lock_guard lock(plan_lock);
-            __atomic_store_n(&plan, nullptr, __ATOMIC_RELEASE);
-        }
-    } const end;
+    const auto end = qScopeGuard([] {
+        const std::lock_guard lock(plan_lock);
+        plan = nullptr;
+    });
     work();
 }
 
@@ -200,7 +199,7 @@ void watch_disk(const QByteArrayList& folders, const DiskWatch& watch, const std
     run_with(now, work);
 }
 
-// NOLINTBEGIN(cert-dcl37-c, cert-dcl51-cpp, bugprone-reserved-identifier, readability-identifier-naming)
+// NOLINTBEGIN(bugprone-reserved-identifier, bugprone-macro-parentheses)
 extern "C" {
 
 // Each of the system's calls once, and by the other names that compilers and libraries give it.
@@ -483,4 +482,4 @@ int futimens(int file, const timespec* times) noexcept
 }
 
 } // extern "C"
-// NOLINTEND(cert-dcl37-c, cert-dcl51-cpp, bugprone-reserved-identifier, readability-identifier-naming)
+// NOLINTEND(bugprone-reserved-identifier, bugprone-macro-parentheses)
