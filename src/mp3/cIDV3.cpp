@@ -61,6 +61,7 @@ bool cIDV3::load_and_has_tag(const QString& path)
     // A file that exists and can't be opened keeps its name and is analysed as an empty one.
     const bool exists = file.is_open() || shared.fso.FileExists(path);
     file_name_ = exists ? path : QString();
+    was_opened_ = file.is_open();
     return exists && load_file(file);
 }
 
@@ -78,6 +79,9 @@ bool cIDV3::HasTag() const
 
 bool cIDV3::WriteTag()
 {
+    // The fields that nobody set would overwrite those of a tag that could not be asked for.
+    if (!was_opened_)
+        return false;
     QByteArray block = "TAG";
     for (const TagField* field : text_fields())
         block += field->bytes();

@@ -65,7 +65,7 @@ public:
     /// Whether the file ends in a tag: its last 128 bytes begin with "TAG", case ignored. Asks the disk each time.
     bool HasTag() const;
     /// Writes the tag over the last 128 bytes of the file, whether or not they are a tag; the file keeps its length.
-    /// Gives whether it was done.
+    /// Gives whether it was done. Not done when the file was there and could not be opened as it was loaded.
     bool WriteTag();
 
     /// The list spelling of a genre index, empty outside 0 to 147.
@@ -87,6 +87,7 @@ private:
     bool load_file(const BinaryFile& file);
 
     QString file_name_;
+    bool was_opened_ = false; ///< the file could be, when it was loaded
     TagField title_{30};
     TagField artist_{30};
     TagField album_{30};

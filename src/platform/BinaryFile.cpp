@@ -1,23 +1,15 @@
 #include "platform/BinaryFile.h"
 
 #include "platform/paths.h"
-
-#include <cerrno>
+#include "platform/uninterrupted.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace {
+#include <vector>
 
-int open_retrying(const char* path, int flags)
-{
-    int descriptor = -1;
-    do
-        descriptor = ::open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    while (descriptor < 0 && errno == EINTR);
-    return descriptor;
-}
+namespace {
 
 /// Repeats `transfer`, given how many bytes are done, until `wanted` bytes are through, nothing more comes or an error
 /// stops it; gives how many are through.
@@ -25,9 +17,7 @@ template<typename Transfer> qint64 transfer_all(qint64 wanted, Transfer transfer
 {
     qint64 done = 0;
     while (done < wanted) {
-        const ssize_t part = transfer(done);
-        if (part < 0 && errno == EINTR)
-            continue;
+        const ssize_t part = uninterrupted([&] { return transfer(done); });
         if (part <= 0)
             break;
         done += part;
@@ -42,11 +32,12 @@ BinaryFile::BinaryFile(const QString& path, Access access)
     const QByteArray native = native_path(path);
     if (native.isEmpty())
         return;
-    const int descriptor = open_retrying(native.constData(), access == Access::write ? O_RDWR : O_RDONLY);
+    const int flags = (access == Access::write ? O_RDWR : O_RDONLY) | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    const int descriptor = uninterrupted([&] { return ::open(native.constData(), flags); });
     if (descriptor < 0)
         return;
     struct stat status = {};
-    const bool usable = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+    const bool usable = uninterrupted([&] { return ::fstat(descriptor, &status); }) == 0 && S_ISREG(status.st_mode) &&
                         (access == Access::read || (status.st_mode & S_IWUSR) != 0);
     if (!usable) {
         ::close(descriptor);
@@ -74,11 +65,20 @@ qint64 BinaryFile::read_at(qint64 offset, std::span<char> bytes) const
 
 bool BinaryFile::write_at(qint64 offset, std::span<const char> bytes) const
 {
-    if (!is_open() || offset < 0)
+    std::vector<char> old(bytes.size());
+    if (read_at(offset, old) != std::ssize(old))
         return false;
-    const qint64 written = transfer_all(std::ssize(bytes), [&](qint64 done) {
+    if (write_all(offset, bytes) == std::ssize(bytes))
+        return true;
+    write_all(offset, old);
+    return false;
+}
+
+/// Writes until an error stops it; gives how many bytes were written.
+qint64 BinaryFile::write_all(qint64 offset, std::span<const char> bytes) const
+{
+    return transfer_all(std::ssize(bytes), [&](qint64 done) {
         const auto rest = bytes.subspan(static_cast<std::size_t>(done));
         return ::pwrite(descriptor_, rest.data(), rest.size(), offset + done);
     });
-    return written == std::ssize(bytes);
 }

@@ -28,10 +28,13 @@ public:
     /// Reads up to `bytes.size()` bytes from `offset` on; gives how many came, less at the end of the file or after
     /// an error. A negative offset reads nothing.
     qint64 read_at(qint64 offset, std::span<char> bytes) const;
-    /// Writes all bytes at `offset`; gives whether all of them were written. A negative offset writes nothing.
+    /// Writes over the bytes from `offset` on, which the file must have. Gives whether all of them were written; when
+    /// not, what stood there is put back, which can fail only on a disk that goes on refusing in the middle of a write.
     bool write_at(qint64 offset, std::span<const char> bytes) const;
 
 private:
+    qint64 write_all(qint64 offset, std::span<const char> bytes) const;
+
     int descriptor_ = -1;
     qint64 length_ = 0;
 };

@@ -6,6 +6,7 @@
 #include "platform/own_words.h"
 #include "platform/paths.h"
 #include "platform/rename_file.h"
+#include "platform/uninterrupted.h"
 
 #include <QDateTime>
 #include <QHash>
@@ -35,7 +36,7 @@ std::optional<struct stat> status_of(const QString& path)
     struct stat status
     {
     };
-    if (native.isEmpty() || stat(native.constData(), &status) != 0)
+    if (native.isEmpty() || uninterrupted([&] { return stat(native.constData(), &status); }) != 0)
         return std::nullopt;
     return status;
 }
@@ -234,7 +235,7 @@ void FileSystemObject::set_Attributes(const QString& path, int attributes) const
     const mode_t old_mode = file_status(path).st_mode & ~static_cast<mode_t>(S_IFMT);
     const bool makes_read_only = (attributes & read_only) != 0;
     const mode_t mode = makes_read_only ? old_mode & ~all_write_bits : old_mode | S_IWUSR;
-    if (mode != old_mode && chmod(native_path(path).constData(), mode) != 0)
+    if (mode != old_mode && uninterrupted([&] { return chmod(native_path(path).constData(), mode); }) != 0)
         throw RunTimeError(RunTimeError::path_file_access_error);
 }
 

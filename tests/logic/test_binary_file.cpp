@@ -73,7 +73,8 @@ private Q_SLOTS:
     void reads_at_positions();
     void writes_in_place();
     void writes_nothing_at_a_negative_position();
-    void a_write_that_stops_in_the_middle_has_failed();
+    void a_write_that_stops_in_the_middle_is_undone();
+    void a_write_makes_no_file_longer();
     void a_file_opened_for_reading_is_not_written();
     void opens_regular_files_only_data();
     void opens_regular_files_only();
@@ -126,7 +127,7 @@ void TestBinaryFile::writes_nothing_at_a_negative_position()
     QCOMPARE(disk_->read(path), QByteArray("0123456789"));
 }
 
-void TestBinaryFile::a_write_that_stops_in_the_middle_has_failed()
+void TestBinaryFile::a_write_that_stops_in_the_middle_is_undone()
 {
     disk_->write(path, "0123456789");
     const BinaryFile file(path, BinaryFile::Access::write);
@@ -136,7 +137,14 @@ void TestBinaryFile::a_write_that_stops_in_the_middle_has_failed()
         written = file.write_at(6, std::array{'a', 'b', 'c'});
     }
     QVERIFY(!written);
-    QCOMPARE(disk_->read(path), QByteArray("012345ab89"));
+    QCOMPARE(disk_->read(path), QByteArray("0123456789"));
+}
+
+void TestBinaryFile::a_write_makes_no_file_longer()
+{
+    disk_->write(path, "0123456789");
+    QVERIFY(!BinaryFile(path, BinaryFile::Access::write).write_at(8, std::array{'a', 'b', 'c'}));
+    QCOMPARE(disk_->read(path), QByteArray("0123456789"));
 }
 
 void TestBinaryFile::a_file_opened_for_reading_is_not_written()
