@@ -50,6 +50,7 @@ private Q_SLOTS:
     void the_nth_call_alone_fails();
     void a_lasting_fault_lasts();
     void a_short_transfer_does_half();
+    void a_fault_may_come_in_the_middle_of_a_transfer();
     void calls_of_other_threads_fail();
     void a_watch_may_touch_the_disk();
     void nothing_fails_after_the_work();
@@ -177,6 +178,22 @@ void TestFaultyDisk::a_short_transfer_does_half()
     });
     QCOMPARE(counts, (QList<ssize_t>{10, 5, 10}));
     QCOMPARE(disk.read(u"C:\\a.mp3"_s), QByteArray("abcde56789"));
+}
+
+void TestFaultyDisk::a_fault_may_come_in_the_middle_of_a_transfer()
+{
+    for (const bool lasts : {false, true}) {
+        const TestDisk disk;
+        disk.write(u"C:\\a.mp3"_s, "0123456789");
+        QList<ssize_t> counts;
+        with_fault({disk.root()}, 2, {.name = "half", .error = EIO, .lasts = lasts, .halves_first = true}, [&] {
+            const int file = ::open(disk.native(u"C:\\a.mp3"_s).constData(), O_RDWR | O_CLOEXEC);
+            for (int i = 0; i < 3; ++i)
+                counts.append(::pwrite(file, "abcdefghij", 10, 0));
+            ::close(file);
+        });
+        QCOMPARE(counts, (QList<ssize_t>{5, -1, lasts ? -1 : 10}));
+    }
 }
 
 void TestFaultyDisk::calls_of_other_threads_fail()

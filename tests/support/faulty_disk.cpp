@@ -90,8 +90,11 @@ Verdict judge(Plan& now, const char* call, const QByteArray& native, bool is_tra
         --now.calls_until_fault;
         return Verdict::goes_on;
     }
-    if (now.failed_call.isEmpty())
+    const bool is_first = now.failed_call.isEmpty();
+    if (is_first)
         now.failed_call = QByteArray(call) + ' ' + native;
+    if (is_first && is_transfer && now.fault.halves_first)
+        return Verdict::comes_short;
     if (!now.fault.lasts)
         now.calls_until_fault = 0;
     errno = now.fault.error;

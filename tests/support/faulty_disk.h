@@ -16,6 +16,7 @@ struct DiskFault
     const char* name;   ///< as the report of a failing test shows it
     int error = 0;      ///< the call does nothing and fails with this error number; 0 for a transfer that comes short
     bool lasts = false; ///< every call after it goes wrong likewise, as on a disk that was pulled out
+    bool halves_first = false; ///< a read or write that it strikes does half, and what fails is the call after it
 
     /// A read or write that does half of what it was asked for; other calls go on.
     bool is_short() const { return error == 0; }
