@@ -2,6 +2,7 @@
 
 #include "core/mod_of_grobal_var.h"
 #include "platform/MsgBox.h"
+#include "platform/display_text.h"
 
 #include <QStringBuilder>
 #include <QStringView>
@@ -92,5 +93,6 @@ void show_name_message(i16 code, const QString& name)
     const QStringView fixed_part = text_of(name_messages, code);
     if (fixed_part.isNull())
         return;
-    show_text(code == msg_device_error ? QString(fixed_part % name) : QString(name % fixed_part));
+    const QString shown = display_text(name);
+    show_text(code == msg_device_error ? QString(fixed_part % shown) : QString(shown % fixed_part));
 }

@@ -1,6 +1,7 @@
 #include "player/TitleScroller.h"
 
 #include "core/mod_of_grobal_var.h"
+#include "platform/display_text.h"
 #include "platform/twips.h"
 
 namespace {
@@ -37,7 +38,7 @@ void TitleScroller::lay_out()
     const int text_width = to_twips(form_.fontMetrics().horizontalAdvance(shared.scroll_title));
     if (text_width + free_twips <= box_.Width()) {
         timer_.stop();
-        box_->set_Text(shared.scroll_title);
+        box_->set_Text(display_text(shared.scroll_title));
         box_->setAlignment(Qt::AlignCenter);
     } else {
         shared.scroll_title.prepend(QString(lead, u' '));
@@ -51,5 +52,5 @@ void TitleScroller::turn()
 {
     const QString first = first_character(shared.scroll_title);
     shared.scroll_title = shared.scroll_title.mid(first.size()) + first;
-    box_->set_Text(shared.scroll_title);
+    box_->set_Text(display_text(shared.scroll_title));
 }

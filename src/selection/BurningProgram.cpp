@@ -4,6 +4,7 @@
 #include "core/mod_of_grobal_var.h"
 #include "platform/MsgBox.h"
 #include "platform/controls/CommonDialog.h"
+#include "platform/display_text.h"
 #include "platform/own_words.h"
 #include "platform/start_program.h"
 
@@ -15,8 +16,8 @@ void start_burning_program()
 {
     const QString reason = start_program(shared.burn_program_path);
     if (!reason.isEmpty())
-        MsgBox(own_word(Word::program_not_started).arg(shared.burn_program_path, reason), message_box_information,
-               application_title());
+        MsgBox(own_word(Word::program_not_started).arg(display_text(shared.burn_program_path), reason),
+               message_box_information, application_title());
 }
 
 } // namespace

@@ -4,8 +4,10 @@
 #include "platform/paths.h"
 
 #include <QApplication>
+#include <QChildEvent>
 #include <QFile>
 #include <QFileDialog>
+#include <QMessageBox>
 
 using namespace Qt::StringLiterals;
 
@@ -24,9 +26,26 @@ QString shown_filter(const QString& filter)
     return filter.section(u'|', 0, 0) + u" ("_s + patterns + u')';
 }
 
+/// Has the boxes that the toolkit's chooser opens show names as they are.
+class PlainBoxes : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::ChildPolished) {
+            if (auto* const box = qobject_cast<QMessageBox*>(static_cast<QChildEvent*>(event)->child()))
+                box->setTextFormat(Qt::PlainText);
+        }
+        return QObject::eventFilter(watched, event);
+    }
+};
+
 QString choose(const CommonDialog& dialog)
 {
     QFileDialog chooser(QApplication::activeWindow(), dialog.DialogTitle, u"/usr/bin"_s);
+    chooser.installEventFilter(new PlainBoxes(&chooser));
     chooser.setFileMode(QFileDialog::ExistingFile);
     chooser.setOption(QFileDialog::HideNameFilterDetails);
     chooser.setNameFilters({shown_filter(dialog.Filter), own_word(Word::all_files) + u" (*)"_s});

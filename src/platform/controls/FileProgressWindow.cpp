@@ -1,7 +1,7 @@
 #include "platform/controls/FileProgressWindow.h"
 
-#include "platform/controls/display_text.h"
 #include "platform/controls/palette.h"
+#include "platform/display_text.h"
 #include "platform/language.h"
 #include "platform/own_words.h"
 

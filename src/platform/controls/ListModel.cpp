@@ -1,7 +1,7 @@
 #include "platform/controls/ListModel.h"
 
 #include "platform/RunTimeError.h"
-#include "platform/controls/display_text.h"
+#include "platform/display_text.h"
 #include "platform/text.h"
 
 #include <algorithm>

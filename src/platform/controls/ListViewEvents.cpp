@@ -3,10 +3,10 @@
 #include "platform/controls/LabelEditor.h"
 #include "platform/controls/ListModel.h"
 #include "platform/controls/ListSelection.h"
-#include "platform/controls/display_text.h"
 #include "platform/controls/drag.h"
 #include "platform/controls/focus.h"
 #include "platform/controls/mouse.h"
+#include "platform/display_text.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

@@ -1,7 +1,7 @@
 #include "platform/controls/OverwriteDialog.h"
 
-#include "platform/controls/display_text.h"
 #include "platform/controls/palette.h"
+#include "platform/display_text.h"
 #include "platform/language.h"
 #include "platform/own_words.h"
 
@@ -60,7 +60,7 @@ QFrame* new_facts(const QString& name, Word head, const FileFacts& facts, bool i
     set_text_colour(newer, palette::accent);
     auto* place =
         new_label(name + u"_folder"_s, sheet->fontMetrics().elidedText(folder, Qt::ElideMiddle, facts_width), sheet);
-    place->setToolTip(folder.toHtmlEscaped());
+    place->setToolTip(tool_tip_text(folder));
     set_text_colour(place, palette::soft_ink);
     auto* size = new_label(name + u"_size"_s,
                            locale.formattedDataSize(facts.size, 2, QLocale::DataSizeTraditionalFormat), sheet);

@@ -1,8 +1,8 @@
 #include "platform/controls/PromptBoxes.h"
 
 #include "platform/controls/OverwriteDialog.h"
-#include "platform/controls/display_text.h"
 #include "platform/controls/front_window.h"
+#include "platform/display_text.h"
 #include "platform/own_words.h"
 
 #include <QApplication>
@@ -36,8 +36,9 @@ template<typename Dialog> int result_of(Dialog* dialog)
 int ask(QMessageBox::Icon icon, Word title, const QString& text, const QList<Choice>& choices,
         QMessageBox::StandardButton first, QMessageBox::StandardButton escape)
 {
-    auto* box = new QMessageBox(icon, own_word(title), breakable_text(text), QMessageBox::NoButton, front_window());
+    auto* box = new QMessageBox(icon, own_word(title), QString(), QMessageBox::NoButton, front_window());
     box->setTextFormat(Qt::PlainText);
+    box->setText(breakable_text(text));
     for (const Choice& choice : choices)
         box->addButton(choice.button)->setText(own_word(choice.caption));
     box->setDefaultButton(first);

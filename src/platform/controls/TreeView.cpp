@@ -2,10 +2,10 @@
 
 #include "platform/controls/LabelEditor.h"
 #include "platform/controls/TreeModel.h"
-#include "platform/controls/display_text.h"
 #include "platform/controls/drag.h"
 #include "platform/controls/focus.h"
 #include "platform/controls/mouse.h"
+#include "platform/display_text.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>

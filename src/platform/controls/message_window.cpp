@@ -1,7 +1,7 @@
 #include "platform/controls/message_window.h"
 
 #include "platform/MsgBox.h"
-#include "platform/controls/display_text.h"
+#include "platform/display_text.h"
 #include "platform/own_words.h"
 
 #include <QApplication>
@@ -27,9 +27,9 @@ ErrorWindow& error_window()
 
 void show_box(const QString& text, int /*style*/, const QString& title)
 {
-    QMessageBox box(QMessageBox::Information, title, breakable_text(text), QMessageBox::Ok,
-                    QApplication::activeWindow());
+    QMessageBox box(QMessageBox::Information, title, QString(), QMessageBox::Ok, QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
+    box.setText(breakable_text(text));
     box.button(QMessageBox::Ok)->setText(own_word(Word::button_ok));
     // Long work shows the wait cursor on every window, but this one waits for the person.
     QApplication::setOverrideCursor(Qt::ArrowCursor);

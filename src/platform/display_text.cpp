@@ -1,4 +1,4 @@
-#include "platform/controls/display_text.h"
+#include "platform/display_text.h"
 
 #include "platform/text.h"
 
@@ -11,11 +11,30 @@ namespace {
 constexpr int longest_run = 40; ///< letters of a word that fit into a box
 constexpr char16_t zero_width_space = 0x200b;
 
+/// Whether a character turns the direction of what follows it, behind the name that holds it too.
+bool turns_direction(QChar character)
+{
+    switch (character.direction()) {
+    case QChar::DirLRE:
+    case QChar::DirLRO:
+    case QChar::DirRLE:
+    case QChar::DirRLO:
+    case QChar::DirPDF:
+    case QChar::DirLRI:
+    case QChar::DirRLI:
+    case QChar::DirFSI:
+    case QChar::DirPDI:
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool is_drawn(QChar character)
 {
     const QChar::Category category = character.category();
     return category != QChar::Other_Control && category != QChar::Separator_Line &&
-           category != QChar::Separator_Paragraph;
+           category != QChar::Separator_Paragraph && !turns_direction(character);
 }
 
 } // namespace
@@ -28,6 +47,13 @@ QString display_text(const QString& text)
     std::replace_if(
         line.begin(), line.end(), [](QChar character) { return !is_drawn(character); }, QChar(u' '));
     return line;
+}
+
+QString tool_tip_text(const QString& text)
+{
+    // The toolkit would take a text that looks like markup for markup, so it gets markup always.
+    return QStringLiteral("<p style='white-space: pre-wrap'>") + breakable_text(text).toHtmlEscaped() +
+           QStringLiteral("</p>");
 }
 
 QString breakable_text(const QString& text)
