@@ -1,5 +1,7 @@
 #include "platform/rename_file.h"
 
+#include <QString>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,11 +16,22 @@ int error_of(int result)
     return result == 0 ? 0 : errno;
 }
 
-/// Whether both paths are spellings of one and the same folder entry, as on a file system that ignores case.
+/// The name that a path ends in, alike for all spellings of it.
+QString folded_name(const QByteArray& native)
+{
+    return QString::fromUtf8(native.sliced(native.lastIndexOf('/') + 1))
+        .normalized(QString::NormalizationForm_D)
+        .toCaseFolded();
+}
+
+/// Whether both paths are spellings of one and the same folder entry, as on a file system that ignores case. Names that
+/// differ in more are not: another program may swap two files between the looks at them.
 bool are_one_entry(const QByteArray& a, const QByteArray& b)
 {
     if (a == b)
         return true;
+    if (folded_name(a) != folded_name(b))
+        return false;
     struct stat status_a
     {
     };
@@ -67,6 +80,11 @@ RenameCalls RenameCalls::of_this_machine()
             .link =
                 [](const QByteArray& old_native, const QByteArray& new_native) {
                     return error_of(::link(old_native.constData(), new_native.constData()));
+                },
+            .exchange =
+                [](const QByteArray& a_native, const QByteArray& b_native) {
+                    return error_of(
+                        ::renameat2(AT_FDCWD, a_native.constData(), AT_FDCWD, b_native.constData(), RENAME_EXCHANGE));
                 }};
 }
 

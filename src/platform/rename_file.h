@@ -10,6 +10,7 @@ struct RenameCalls
     using Call = std::function<int(const QByteArray& old_native, const QByteArray& new_native)>;
     Call rename_no_replace; ///< renames and fails with EEXIST where the new name is taken
     Call link;              ///< gives a file a second name, fails likewise
+    Call exchange;          ///< swaps what stands at the two paths at one blow
 
     /// The calls of this machine.
     static RenameCalls of_this_machine();

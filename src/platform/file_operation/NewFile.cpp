@@ -50,7 +50,9 @@ NewFile NewFile::link_in(const QByteArray& folder, const QByteArray& link_target
 
 NewFile::~NewFile()
 {
-    if (!hidden_.isEmpty())
+    // Where another program swaps files at the target at the same time, the hidden name can end up with one of its.
+    const std::optional<struct stat> present = hidden_.isEmpty() ? std::nullopt : status_of(hidden_);
+    if (present && made_ && is_same_file(*present, *made_))
         unlink(hidden_.constData());
 }
 
@@ -59,6 +61,7 @@ NewFile::NewFile(NewFile&& other) noexcept
       calls_(other.calls_),
       file_(std::move(other.file_)),
       hidden_(std::exchange(other.hidden_, {})),
+      made_(other.made_),
       error_(other.error_)
 {
 }
@@ -70,8 +73,10 @@ template<typename Make> void NewFile::take_hidden_name(const Make& make)
         name = hidden_name_in(folder_);
         error_ = make(name);
     } while (error_ == EEXIST);
-    if (error_ == 0)
-        hidden_ = name;
+    if (error_ != 0)
+        return;
+    hidden_ = name;
+    made_ = status_of(name);
 }
 
 std::optional<struct stat> NewFile::status() const
@@ -116,5 +121,35 @@ int rename_over(const QByteArray& source, const QByteArray& target, const struct
         return rename_without_replacing(source, target, calls);
     if (!is_same_state(*present, replaced))
         return EEXIST;
-    return std::rename(source.constData(), target.constData()) == 0 ? 0 : errno;
+    const int swapped = calls.exchange(source, target);
+    if (swapped == EINVAL || swapped == ENOSYS) // such a file system can only replace
+        return std::rename(source.constData(), target.constData()) == 0 ? 0 : errno;
+    if (swapped != 0)
+        return swapped == ENOENT ? rename_without_replacing(source, target, calls) : swapped;
+    const int removed = remove_unchanged(source, replaced, calls);
+    if (removed != 0)
+        calls.exchange(source, target);
+    return removed == ESTALE ? EEXIST : removed;
+}
+
+int remove_unchanged(const QByteArray& native, const struct stat& state, const RenameCalls& calls)
+{
+    const auto is_in_state = [&state](const QByteArray& path) {
+        const std::optional<struct stat> present = status_of(path);
+        return present && is_same_state(*present, state);
+    };
+    if (!is_in_state(native))
+        return ESTALE;
+    // Under a name that nobody else knows, nothing can take its place any more.
+    const QByteArray hidden = hidden_name_in(DiskPlace{.native = native, .shown = {}}.folder());
+    int error = rename_without_replacing(native, hidden, calls);
+    if (error != 0)
+        return error == ENOENT ? ESTALE : error;
+    if (is_in_state(hidden))
+        error = unlink(hidden.constData()) == 0 ? 0 : errno;
+    else
+        error = ESTALE;
+    if (error != 0)
+        rename_without_replacing(hidden, native, calls);
+    return error;
 }

@@ -41,10 +41,16 @@ private:
     const FileCalls* calls_;
     Descriptor file_;
     QByteArray hidden_;
+    std::optional<struct stat> made_; ///< of what was made under the hidden name
     int error_ = 0;
 };
 
 /// Renames over what stands at `target` if that is still in the state `replaced`; if nothing stands there any more,
-/// without replacing. Gives 0 or an error number, EEXIST where something else stands.
+/// without replacing. Gives 0 or an error number, EEXIST where something else stands. On a file system that can swap
+/// two files, what comes to stand there at the last moment is kept, too.
 int rename_over(const QByteArray& source, const QByteArray& target, const struct stat& replaced,
                 const RenameCalls& calls);
+
+/// Deletes the file or link at `native` if it is still in the state `state`; what comes to stand there at the last
+/// moment is kept. Gives 0 or an error number, ESTALE where that state is no more.
+int remove_unchanged(const QByteArray& native, const struct stat& state, const RenameCalls& calls);

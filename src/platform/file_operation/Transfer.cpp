@@ -398,16 +398,13 @@ bool Transfer::delete_source(const Arrival& arrival)
         run_.report(arrival.source, errno);
         return false;
     }
-    const std::optional<Status> source = status_of(native);
     const std::optional<Status> target = status_of(arrival.target);
     const bool has_arrived =
         target && is_same_file(*target, arrival.target_status) && target->st_size == arrival.target_status.st_size;
-    if (!source || !is_same_state(*source, arrival.source_status) || !has_arrived) {
+    const int error = has_arrived ? remove_unchanged(native, arrival.source_status, calls_.rename) : ESTALE;
+    if (error == ESTALE)
         run_.report(arrival.source, Word::reason_changed_later);
-        return false;
-    }
-    if (unlink(native.constData()) == 0)
-        return true;
-    run_.report(arrival.source, errno);
-    return false;
+    else if (error != 0)
+        run_.report(arrival.source, error);
+    return error == 0;
 }
