@@ -94,7 +94,9 @@ bool FileList::add_rows(const std::vector<File>& files, const QString& folder)
     const QSet<QString> ticked_names = final_list_names_in(folder);
     bool selection_found = false;
     for (const File& file : files) {
-        add_row(file, ticked_names);
+        // A file that another program renames to and fro meanwhile may be told twice.
+        if (!errors_ignored([&] { add_row(file, ticked_names); }))
+            continue;
         if (file.Name == shared.selected_mp3_name) {
             // The path of the last click, on purpose: a file of the same name elsewhere stays the one that plays.
             shared.selected_mp3_path = shared.selected_mp3_full;
