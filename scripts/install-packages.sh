@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages of the named groups that this system lacks:
 #   scripts/install-packages.sh GROUP...
-# Groups: build (compile the program), run (what it needs on a desktop beyond that), test, check (format and lint).
+# Groups: build (compile the program), run (what it needs on a desktop beyond that), test, check (format and lint),
+# fuzz (the fuzzing programs).
 # Where nothing is missing it needs neither the network nor root.
 set -euo pipefail
 
@@ -11,6 +12,7 @@ packages_of() {
     run) echo fonts-dejavu-core fonts-nanum qt6-translations-l10n qt6-wayland ;;
     test) echo libbenchmark-dev ;;
     check) echo clang-format clang-tidy ;;
+    fuzz) echo clang libclang-rt-14-dev ;;
     *)
         echo "$0: there is no package group \"$1\"" >&2
         return 2
