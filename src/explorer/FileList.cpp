@@ -94,8 +94,7 @@ bool FileList::add_rows(const std::vector<File>& files, const QString& folder)
     const QSet<QString> ticked_names = final_list_names_in(folder);
     bool selection_found = false;
     for (const File& file : files) {
-        // A file that another program renames to and fro meanwhile may be told twice.
-        if (!errors_ignored([&] { add_row(file, ticked_names); }))
+        if (!add_row(file, ticked_names))
             continue;
         if (file.Name == shared.selected_mp3_name) {
             // The path of the last click, on purpose: a file of the same name elsewhere stays the one that plays.
@@ -108,9 +107,12 @@ bool FileList::add_rows(const std::vector<File>& files, const QString& folder)
     return selection_found;
 }
 
-void FileList::add_row(const File& file, const QSet<QString>& ticked_names)
+/// Gives whether it is new: the disk may tell a file twice that another program renames to and fro meanwhile.
+bool FileList::add_row(const File& file, const QSet<QString>& ticked_names)
 {
-    const int index = list_.Add(file.Name, file.Name);
+    int index = 0;
+    if (!errors_ignored([&] { index = list_.Add(file.Name, file.Name); }))
+        return false;
     list_.set_SmallIcon(index, small_icon_of(file.Name));
     list_.set_SubItem(index, 1, kilobytes_text(file.Size));
     list_.set_SubItem(index, 4, QString::number(file.Size));
@@ -120,6 +122,7 @@ void FileList::add_row(const File& file, const QSet<QString>& ticked_names)
         list_.set_Checked(index, true);
     if (file.Name == shared.selected_mp3_name)
         list_.set_Selected(index, true);
+    return true;
 }
 
 void FileList::ItemClick(int index)

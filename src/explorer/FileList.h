@@ -51,7 +51,7 @@ Q_SIGNALS:
 private:
     void fill(const QString& path);
     bool add_rows(const std::vector<File>& files, const QString& folder);
-    void add_row(const File& file, const QSet<QString>& ticked_names);
+    bool add_row(const File& file, const QSet<QString>& ticked_names);
     void MouseDown(QPoint point);
     void MouseUp(i16 button);
 
