@@ -1,8 +1,8 @@
 // FIF names: what parses is made of its fields, and what is composed keeps within its limits and parses back.
 
+#include "fif/fif_name.h"
 #include "core/mod_of_grobal_var.h"
 #include "fif/Check_korean.h"
-#include "fif/fif_name.h"
 #include "fif/mod_of_FIF.h"
 #include "platform/code_page.h"
 #include "platform/file_names.h"

@@ -1,10 +1,10 @@
 // Names and paths between the disk and the program: no byte is lost, and no path leaves its drive.
 
+#include "platform/paths.h"
 #include "platform/drive_letters.h"
 #include "platform/drives.h"
 #include "platform/file_address.h"
 #include "platform/file_names.h"
-#include "platform/paths.h"
 #include "support.h"
 
 #include <QByteArrayList>
