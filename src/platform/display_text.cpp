@@ -10,6 +10,7 @@ namespace {
 
 constexpr int longest_run = 40; ///< letters of a word that fit into a box
 constexpr char16_t zero_width_space = 0x200b;
+constexpr char16_t left_to_right_mark = 0x200e;
 
 /// Whether a character turns the direction of what follows it, behind the name that holds it too.
 bool turns_direction(QChar character)
@@ -59,6 +60,9 @@ QString tool_tip_text(const QString& text)
 QString breakable_text(const QString& text)
 {
     QString result;
+    // A name of right-to-left letters in front would turn the whole text round.
+    if (text.isRightToLeft())
+        result += QChar(left_to_right_mark);
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
     int run = 0;
     for (qsizetype start = 0, end = finder.toNextBoundary(); end > start; start = end, end = finder.toNextBoundary()) {

@@ -8,7 +8,7 @@
 QString display_text(const QString& text);
 
 /// A text for a box that wraps its lines, with places to break it where a word, such as a long file name, would not
-/// fit.
+/// fit. It is written from left to right, whatever it begins with.
 QString breakable_text(const QString& text);
 
 /// What makes a tool tip show `text` letter for letter, wrapped as a box would.
