@@ -12,7 +12,7 @@ static_assert(static_cast<int>(FileAction::rename) == FO_RENAME);
 int SHFileOperation(SHFILEOPSTRUCT& operation)
 {
     operation.fAnyOperationsAborted = false;
-    const QStringList sources = operation.pFrom.split(QChar::Null, Qt::SkipEmptyParts);
+    const QStringList sources = listed_paths(operation.pFrom);
     if (sources.isEmpty())
         return 0;
     const auto action = static_cast<FileAction>(operation.wFunc);

@@ -22,6 +22,11 @@ void rename_source(const QStringList& sources, const QString& target, OperationR
 
 } // namespace
 
+QStringList listed_paths(const QString& list)
+{
+    return list.split(QChar::Null, Qt::SkipEmptyParts);
+}
+
 FileOutcome run_file_operation(FileAction action, const QStringList& sources, const QString& target,
                                FileOperationGuide& guide, const FileCalls& calls)
 {

@@ -73,6 +73,9 @@ struct FileOutcome
     bool aborted = false; ///< the person cancelled, or said no to a deletion
 };
 
+/// The paths of a list in which one NUL stands between them and one or two may end it.
+QStringList listed_paths(const QString& list);
+
 /// Does `action` with `sources`; paths are the program's own. Works on any thread, and touches no state of the program.
 ///
 /// Copy and move: into the folder `target`. Folders of one name become one; a file takes another's place only at the
