@@ -124,11 +124,11 @@ public:
     }
     OnError ask_error(const QString&, const QString& reason, bool) override
     {
-        ask();
         require(!reason.isEmpty(), "an error has a reason");
         told_error = true;
-        stopped = input_.ConsumeIntegralInRange(0, 3) == 1;
-        return stopped ? OnError::cancel : OnError::skip;
+        const bool cancels = input_.ConsumeIntegralInRange(0, 3) == 1;
+        stopped = stopped || cancels;
+        return cancels ? OnError::cancel : OnError::skip;
     }
     bool ask_trash(const QStringList& paths) override
     {
@@ -165,15 +165,11 @@ public:
     bool said_no = false;
     bool told_error = false;
     bool stopped = false;
-    bool asked = false;
     mutable bool has_cancelled = false;
 
 private:
-    void ask()
-    {
-        require(!stopped, "nothing is asked once the person has stopped the operation");
-        asked = true;
-    }
+    /// Errors are told even then: what has been done must still reach the disk.
+    void ask() const { require(!stopped, "no leave is asked once the person has stopped the operation"); }
 
     FuzzedDataProvider& input_;
     const ScratchDisks& disks_;
