@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <optional>
 
 namespace {
 
@@ -24,6 +25,20 @@ QString folded_name(const QByteArray& native)
         .toCaseFolded();
 }
 
+/// The status of the one file or folder that both paths lead to, links not followed; nothing when they lead to two.
+std::optional<struct stat> common_status(const QByteArray& a, const QByteArray& b)
+{
+    struct stat status_a
+    {
+    };
+    struct stat status_b
+    {
+    };
+    const bool is_one = lstat(a.constData(), &status_a) == 0 && lstat(b.constData(), &status_b) == 0 &&
+                        status_a.st_dev == status_b.st_dev && status_a.st_ino == status_b.st_ino;
+    return is_one ? std::optional(status_a) : std::nullopt;
+}
+
 /// Whether both paths are spellings of one and the same folder entry, as on a file system that ignores case. Names that
 /// differ in more are not: another program may swap two files between the looks at them.
 bool are_one_entry(const QByteArray& a, const QByteArray& b)
@@ -32,15 +47,8 @@ bool are_one_entry(const QByteArray& a, const QByteArray& b)
         return true;
     if (folded_name(a) != folded_name(b))
         return false;
-    struct stat status_a
-    {
-    };
-    struct stat status_b
-    {
-    };
-    return lstat(a.constData(), &status_a) == 0 && lstat(b.constData(), &status_b) == 0 &&
-           status_a.st_dev == status_b.st_dev && status_a.st_ino == status_b.st_ino &&
-           (status_a.st_nlink == 1 || S_ISDIR(status_a.st_mode));
+    const std::optional<struct stat> status = common_status(a, b);
+    return status && (status->st_nlink == 1 || S_ISDIR(status->st_mode));
 }
 
 bool is_free(const QByteArray& native)
@@ -57,7 +65,10 @@ int rename_step_by_step(const QByteArray& old_native, const QByteArray& new_nati
     const int linked = calls.link(old_native, new_native);
     if (linked == 0) {
         const int unlinked = error_of(::unlink(old_native.constData()));
-        if (unlinked != 0)
+        // A disk of the network can tell of a failure after it has done the work.
+        if (unlinked == 0 || is_free(old_native))
+            return 0;
+        if (common_status(old_native, new_native))
             ::unlink(new_native.constData());
         return unlinked;
     }

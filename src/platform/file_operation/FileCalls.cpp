@@ -58,10 +58,16 @@ QByteArray root_of_volume(const QByteArray& native)
     if (real == nullptr || !mount)
         return {};
     QByteArray root(real.get());
-    if (mount_of(root) != mount)
+    std::optional<Mount> above = mount_of(root);
+    if (above && *above != *mount)
         return (root == "/" ? root : root + '/') + native.sliced(native.lastIndexOf('/') + 1);
-    while (root != "/" && mount_of(parent_of(root)) == mount)
-        root = parent_of(root);
+    while (above == mount && root != "/") {
+        above = mount_of(parent_of(root));
+        if (above == mount)
+            root = parent_of(root);
+    }
+    if (!above)
+        return {};
     return root;
 }
 

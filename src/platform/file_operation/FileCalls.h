@@ -21,7 +21,7 @@ struct FileCalls
     /// Opens a new file without a name on the file system of `folder`; gives the descriptor.
     std::function<int(const QByteArray& folder)> open_unnamed;
     /// The root, without links on the way, of the volume that holds the file or folder itself, which may be a link;
-    /// empty when it is not there.
+    /// empty when it is not there or the disk doesn't tell.
     std::function<QByteArray(const QByteArray& native)> volume_root;
     RenameCalls rename;
 

@@ -146,7 +146,16 @@ void Transfer::bring_source(const DiskPlace& source)
     if (!is_there)
         bring(source, target_.child(source.name()));
     else if (kind_ == Kind::copy)
-        bring(source, free_copy_place(source, S_ISDIR(status->st_mode)));
+        bring_beside(source, S_ISDIR(status->st_mode));
+}
+
+/// Copies into the source's own folder.
+void Transfer::bring_beside(const DiskPlace& source, bool is_folder)
+{
+    if (const std::optional<DiskPlace> place = free_copy_place(source, is_folder))
+        bring(source, *place);
+    else
+        run_.report(source, errno);
 }
 
 bool Transfer::holds_target(const Status& folder) const
@@ -268,13 +277,14 @@ bool Transfer::fill(const NewFile& file, const DiskPlace& source, const Status& 
         const std::optional<Status> present = status_of(input);
         return present && is_same_state(*present, status);
     };
+    const bool is_as_seen = is_unchanged();
     CopyFault fault;
-    if (is_unchanged())
+    if (is_as_seen)
         fault = copy_content(input, file.file(), status.st_size, calls_,
                              [this](qint64 bytes) { return run_.advance(bytes); });
     if (fault.error == ECANCELED)
         return false;
-    if (fault.error == 0 && !is_unchanged()) {
+    if (fault.error == ENODATA || (fault.error == 0 && !(is_as_seen && is_unchanged()))) {
         run_.report(source, Word::reason_changed);
         return false;
     }
@@ -312,13 +322,17 @@ void Transfer::put_new(NewFile& file, const DiskPlace& source, const Status& sta
                        const Replaced& replaced)
 {
     const std::optional<Status> made = file.status();
+    if (!made) {
+        run_.report(target, errno);
+        return;
+    }
     const auto give_name = [&file](const QByteArray& name, const Replaced& given_up) {
         return given_up ? file.replace(name, *given_up) : file.publish(name);
     };
     if (!put(give_name, source, status, target, replaced))
         return;
     has_copied_ = true;
-    if (kind_ == Kind::move && made)
+    if (kind_ == Kind::move)
         arrived_.push_back(
             {.source = source, .source_status = status, .target = target.native, .target_status = *made});
 }

@@ -45,6 +45,7 @@ private:
     qint64 bytes_below(const DiskPlace& place);
 
     void bring_source(const DiskPlace& source);
+    void bring_beside(const DiskPlace& source, bool is_folder);
     bool holds_target(const Status& folder) const;
     void bring(const DiskPlace& source, const DiskPlace& target);
     void move_file(const DiskPlace& source, const Status& status, const DiskPlace& target);

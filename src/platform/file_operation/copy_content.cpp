@@ -78,9 +78,8 @@ private:
             const CopyFault fault = copy_chunk(offset, std::min(chunk_, end - offset), copied);
             if (fault.error != 0)
                 return fault;
-            // The file has become shorter; whoever compares its state before and after finds that out.
             if (copied == 0)
-                return {};
+                return {.error = ENODATA};
             send_to_disk(offset, copied);
             offset += copied;
             if (!advance_(copied))

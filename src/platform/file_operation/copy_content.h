@@ -15,6 +15,6 @@ struct CopyFault
 /// Copies `size` bytes, the whole of an open file, into an empty one: within the kernel where it can, holes as holes.
 /// What is copied goes to the disk at once, so that little is left to wait for at the end. Calls `advance` with the
 /// bytes done since the last call, every few hundredths of a second on a disk of any speed; false from it ends the copy
-/// with ECANCELED.
+/// with ECANCELED. A source that ends before its size ends it with ENODATA.
 CopyFault copy_content(const Descriptor& source, const Descriptor& target, qint64 size, const FileCalls& calls,
                        const std::function<bool(qint64)>& advance);

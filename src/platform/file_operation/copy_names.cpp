@@ -2,6 +2,8 @@
 
 #include "platform/own_words.h"
 
+#include <cerrno>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -16,7 +18,7 @@ QString copy_name(const QString& stem, int number)
 
 } // namespace
 
-DiskPlace free_copy_place(const DiskPlace& source, bool is_folder)
+std::optional<DiskPlace> free_copy_place(const DiskPlace& source, bool is_folder)
 {
     const qsizetype name_start = source.shown.lastIndexOf(u'\\') + 1;
     const qsizetype dot = is_folder ? -1 : source.shown.lastIndexOf(u'.');
@@ -25,7 +27,10 @@ DiskPlace free_copy_place(const DiskPlace& source, bool is_folder)
     const QString ending = source.shown.sliced(name_end);
     for (int number = 1;; ++number) {
         const DiskPlace place = DiskPlace::of(source.shown.first(name_start) + copy_name(stem, number) + ending);
-        if (!status_of(place.native))
-            return place;
+        if (status_of(place.native))
+            continue;
+        // What is too long a name stands nowhere either.
+        const bool is_free = errno == ENOENT || errno == ENAMETOOLONG;
+        return is_free ? std::optional(place) : std::nullopt;
     }
 }

@@ -4,4 +4,4 @@
 
 /// The first place in the source's own folder, "Copy of NAME" or a numbered one, at which nothing stands; a file keeps
 /// its ending.
-DiskPlace free_copy_place(const DiskPlace& source, bool is_folder);
+std::optional<DiskPlace> free_copy_place(const DiskPlace& source, bool is_folder);
