@@ -1,14 +1,18 @@
 #include "platform/rename_file.h"
 
+#include "platform/file_operation/disk_entry.h"
+
 #include <QString>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <optional>
+#include <vector>
 
 namespace {
 
@@ -17,12 +21,28 @@ int error_of(int result)
     return result == 0 ? 0 : errno;
 }
 
-/// The name that a path ends in, alike for all spellings of it.
-QString folded_name(const QByteArray& native)
+QByteArray name_of(const QByteArray& native)
 {
-    return QString::fromUtf8(native.sliced(native.lastIndexOf('/') + 1))
-        .normalized(QString::NormalizationForm_D)
-        .toCaseFolded();
+    return native.sliced(native.lastIndexOf('/') + 1);
+}
+
+/// The folder of an entry, with a trailing slash.
+QByteArray folder_of(const QByteArray& native)
+{
+    return native.first(native.lastIndexOf('/') + 1);
+}
+
+/// A name, alike for all spellings of it.
+QString folded(const QByteArray& name)
+{
+    return QString::fromUtf8(name).normalized(QString::NormalizationForm_D).toCaseFolded();
+}
+
+/// Whether a folder lists both names, each as an entry of its own; so it is also held of one that cannot be read.
+bool lists_both(const QByteArray& folder, const QByteArray& a, const QByteArray& b)
+{
+    std::vector<QByteArray> names;
+    return read_names(folder, names) != 0 || (std::ranges::count(names, a) > 0 && std::ranges::count(names, b) > 0);
 }
 
 /// The status of the one file or folder that both paths lead to, links not followed; nothing when they lead to two.
@@ -39,16 +59,19 @@ std::optional<struct stat> common_status(const QByteArray& a, const QByteArray& 
     return is_one ? std::optional(status_a) : std::nullopt;
 }
 
-/// Whether both paths are spellings of one and the same folder entry, as on a file system that ignores case. Names that
-/// differ in more are not: another program may swap two files between the looks at them.
+/// Whether both paths are spellings of one and the same folder entry, as on a file system that ignores case. That both
+/// lead to one file is not enough: another program may swap two files between the looks at them.
 bool are_one_entry(const QByteArray& a, const QByteArray& b)
 {
     if (a == b)
         return true;
-    if (folded_name(a) != folded_name(b))
+    if (folded(name_of(a)) != folded(name_of(b)) || !common_status(folder_of(a), folder_of(b)))
         return false;
+    if (name_of(a) == name_of(b))
+        return true;
     const std::optional<struct stat> status = common_status(a, b);
-    return status && (status->st_nlink == 1 || S_ISDIR(status->st_mode));
+    return status && (status->st_nlink == 1 || S_ISDIR(status->st_mode)) &&
+           !lists_both(folder_of(a), name_of(a), name_of(b));
 }
 
 bool is_free(const QByteArray& native)

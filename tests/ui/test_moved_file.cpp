@@ -1,5 +1,6 @@
 #include "convert/moved_file.h"
 #include "core/mod_of_grobal_var.h"
+#include "faulty_disk.h"
 #include "tagged_files.h"
 #include "test_main.h"
 #include "ui_convert.h"
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void a_moved_file_gets_its_tag();
     void a_target_that_appeared_stays();
     void a_file_that_went_away_is_told();
+    void a_failed_move_touches_no_file();
 
 private:
     static void move_and_tag()
@@ -68,6 +70,23 @@ void TestMovedFile::a_file_that_went_away_is_told()
     move_and_tag();
     QVERIFY(!disk.exists(new_path));
     QCOMPARE(messages.take(), QStringList{no_tag_written});
+}
+
+void TestMovedFile::a_failed_move_touches_no_file()
+{
+    const TestDisk disk;
+    NotedMessages messages;
+    QString genre = u"Rock"_s;
+    int calls = 0;
+    watch_disk(
+        {disk.root()}, [&](const QByteArray& /*call*/, const QByteArray& /*native*/) { ++calls; },
+        [&] { tag_moved_file(false, new_path, u"Ann"_s, u"Sea"_s, genre); });
+    QCOMPARE(calls, 0);
+    QCOMPARE(messages.take(), QStringList{no_tag_written});
+    watch_disk(
+        {disk.root()}, [&](const QByteArray& /*call*/, const QByteArray& /*native*/) { ++calls; },
+        [&] { tag_moved_file(true, new_path, u"Ann"_s, u"Sea"_s, genre); });
+    QVERIFY(calls > 0);
 }
 
 QUILMO_UI_TEST(TestMovedFile)
