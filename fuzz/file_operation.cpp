@@ -55,11 +55,11 @@ void plant(FuzzedDataProvider& input, const ScratchDisks& disks)
         const QByteArray path = folders[folder] + '/' + pick_name(input);
         const mode_t mode = modes.at(static_cast<std::size_t>(number) % modes.size());
         if (kind <= 4) {
-            const QByteArray content = "Content " + QByteArray::number(number) + QByteArray(3 * number, '.');
+            const QByteArray content = "Content " + QByteArray::number(number) + QByteArray(number, '.').repeated(3);
             const int file = open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
             if (file < 0)
                 continue;
-            const timespec time = {.tv_sec = 1000 * number, .tv_nsec = number};
+            const timespec time = {.tv_sec = number, .tv_nsec = number};
             const timespec times[] = {time, time};
             require(write(file, content.constData(), static_cast<std::size_t>(content.size())) == content.size() &&
                         fchmod(file, mode) == 0 && futimens(file, times) == 0,

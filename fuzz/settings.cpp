@@ -73,10 +73,10 @@ Texts stored_texts(const QString& own_section, const QString& own_key)
     return texts;
 }
 
-/// Whether the store can keep a text: it holds UTF-8.
+/// Whether the store can keep a text: it holds UTF-8, and takes a byte order mark at the start for no part of it.
 bool can_be_kept(const std::optional<QString>& text)
 {
-    return !text || !has_lone_surrogate(*text);
+    return !text || (!has_lone_surrogate(*text) && !text->startsWith(QChar::ByteOrderMark));
 }
 
 /// The numbers are numbers, or the run-time error of a stored text that is none is raised.
