@@ -1,8 +1,10 @@
-#include "core/drive_table.h"
 #include "core/mod_of_grobal_var.h"
 #include "explorer/DragAndDrop.h"
+#include "explorer/FileCommands.h"
 #include "explorer/File_copy_Dlg.h"
-#include "ui_commands.h"
+#include "explorer/LabelCommands.h"
+#include "tagged_files.h"
+#include "ui_explorer.h"
 #include "ui_faults.h"
 
 #include <QApplication>
@@ -25,14 +27,31 @@ QStringList device_errors(const QStringList& keys)
 }
 
 const QStringList devices = device_errors({u"C:"_s, u"C:\\Pop"_s, u"C:\\Rock"_s});
-const QStringList pop = {u"C:\\Pop\\one.mp3"_s, u"C:\\Pop\\three.mp3"_s, u"C:\\Pop\\two.mp3"_s};
+const QStringList pop = {u"C:\\Pop\\one.mp3"_s, u"C:\\Pop\\two-2.mp3"_s};
 const QString rock = u"C:\\Rock\\stays.mp3"_s;
 
-/// Both panes with all their commands, over the folders Pop, which is shown, and Rock.
-struct Shelf : CommandedPanes
+/// Both panes with all their commands, over the folders Pop, which is shown, and Rock. One of the files has a FIF name,
+/// so that it is listed without being opened.
+struct Shelf : ExplorerPanes
 {
-    Shelf() { write(rock); }
+    Shelf()
+    {
+        for (const QString& path : pop + QStringList{rock})
+            write(path);
+        tree.init_main_tree();
+        click_folder(u"C:\\Pop"_s);
+    }
 
+    void write(const QString& path) const
+    {
+        disk.write(path, marked_file(path.toUtf8(), sample_tag(tag_of("Ann", "Sea"))));
+    }
+    void select_rows(const QStringList& names)
+    {
+        list_view.clear_selection();
+        for (const QString& name : names)
+            list_view.set_Selected(row_of(name), true);
+    }
     void go_to(const QString& key)
     {
         click_folder(key);
@@ -52,6 +71,9 @@ struct Shelf : CommandedPanes
         Q_EMIT tree_view.OLEDragDrop(data, point);
     }
 
+    const Panes panes{.tvTreeView = tree_view, .lvListView = list_view, .tree = tree, .list = list, .picks = picks};
+    FileCommands files{panes};
+    LabelCommands labels{panes, [] {}};
     DragAndDrop drag{panes};
 };
 
@@ -174,8 +196,8 @@ void TestFaultsExplorer::a_file_is_renamed()
             shared.playing_mp3_path = u"C:\\Pop\\one.mp3"_s;
         },
         [this](Shelf& shelf) { Q_EMIT shelf.list_view.AfterLabelEdit(is_cancelled_, u"new.mp3"_s); });
-    rename.result = {u"C:\\Pop\\new.mp3"_s, u"C:\\Pop\\three.mp3"_s, u"C:\\Pop\\two.mp3"_s, rock};
-    rename.bystanders += {u"C:\\Pop\\three.mp3"_s, u"C:\\Pop\\two.mp3"_s};
+    rename.result = {u"C:\\Pop\\new.mp3"_s, u"C:\\Pop\\two-2.mp3"_s, rock};
+    rename.bystanders += {u"C:\\Pop\\two-2.mp3"_s};
     rename.told_questions = {u"error C:\\Pop\\one.mp3"_s};
     rename.more_findings = [this](const FaultedRun&) {
         const bool has_old_name = shelf_->disk.exists(u"C:\\Pop\\one.mp3"_s);
@@ -188,7 +210,7 @@ void TestFaultsExplorer::a_file_is_not_renamed_onto_another()
 {
     FaultedOperation rename = operation(
         "rename of a file onto another", [](Shelf& shelf) { shelf.tick(u"one.mp3"_s); },
-        [this](Shelf& shelf) { Q_EMIT shelf.list_view.AfterLabelEdit(is_cancelled_, u"two.mp3"_s); });
+        [this](Shelf& shelf) { Q_EMIT shelf.list_view.AfterLabelEdit(is_cancelled_, u"two-2.mp3"_s); });
     rename.bystanders = rename.result;
     rename.told_questions = {u"error C:\\Pop\\one.mp3"_s};
     prove_against_faults(rename);
@@ -207,7 +229,7 @@ void TestFaultsExplorer::a_file_gets_a_name_that_is_listed()
             shelf.tick(u"one.mp3"_s);
         },
         [this](Shelf& shelf) { Q_EMIT shelf.list_view.AfterLabelEdit(is_cancelled_, u"stays.mp3"_s); });
-    rename.result = {u"C:\\Pop\\stays.mp3"_s, u"C:\\Pop\\three.mp3"_s, u"C:\\Pop\\two.mp3"_s, rock};
+    rename.result = {u"C:\\Pop\\stays.mp3"_s, u"C:\\Pop\\two-2.mp3"_s, rock};
     rename.messages = {u"stays.mp3 already exists in MP3 File List"_s};
     rename.told_questions = {u"error C:\\Pop\\one.mp3"_s};
     rename.record_may_lag = true;
@@ -221,7 +243,7 @@ void TestFaultsExplorer::a_folder_is_renamed()
     FaultedOperation rename = operation(
         "rename of a folder", [](Shelf& shelf) { shelf.tick(u"one.mp3"_s); },
         [this](Shelf& shelf) { Q_EMIT shelf.tree_view.AfterLabelEdit(is_cancelled_, u"Rap"_s); });
-    rename.result = {u"C:\\Rap\\one.mp3"_s, u"C:\\Rap\\three.mp3"_s, u"C:\\Rap\\two.mp3"_s, rock};
+    rename.result = {u"C:\\Rap\\one.mp3"_s, u"C:\\Rap\\two-2.mp3"_s, rock};
     rename.told_questions = {u"error C:\\Pop"_s};
     rename.told_messages += device_errors({u"C:\\Rap"_s});
     rename.record_may_lag = true;
@@ -254,12 +276,12 @@ void TestFaultsExplorer::files_are_pasted()
     FaultedOperation paste = operation(
         "paste of files",
         [](Shelf& shelf) {
-            shelf.select_rows({u"one.mp3"_s, u"two.mp3"_s});
+            shelf.select_rows({u"one.mp3"_s, u"two-2.mp3"_s});
             shelf.files.mnu_ListView_copy_Click();
             shelf.go_to(u"C:\\Rock"_s);
         },
         [](Shelf& shelf) { shelf.files.mnu_tree_paste_Click(); });
-    paste.result = sorted(paste.result + QStringList{u"C:\\Rock\\one.mp3"_s, u"C:\\Rock\\two.mp3"_s});
+    paste.result = sorted(paste.result + QStringList{u"C:\\Rock\\one.mp3"_s, u"C:\\Rock\\two-2.mp3"_s});
     paste.bystanders += pop;
     paste.told_questions = {u"error C:\\"_s};
     paste.may_copy = true;
@@ -272,12 +294,12 @@ void TestFaultsExplorer::files_are_pasted_beside_namesakes()
         "paste of files beside namesakes",
         [](Shelf& shelf) {
             shelf.write(u"C:\\Rock\\one.mp3"_s);
-            shelf.select_rows({u"one.mp3"_s, u"two.mp3"_s});
+            shelf.select_rows({u"one.mp3"_s, u"two-2.mp3"_s});
             shelf.files.mnu_ListView_copy_Click();
             shelf.go_to(u"C:\\Rock"_s);
         },
         [](Shelf& shelf) { shelf.files.mnu_tree_paste_Click(); });
-    paste.result = sorted(paste.result + QStringList{u"C:\\Rock\\one.mp3"_s, u"C:\\Rock\\two.mp3"_s});
+    paste.result = sorted(paste.result + QStringList{u"C:\\Rock\\one.mp3"_s, u"C:\\Rock\\two-2.mp3"_s});
     paste.bystanders += pop + QStringList{u"C:\\Rock\\one.mp3"_s};
     paste.told_questions = {u"error C:\\"_s, u"overwrite C:\\Rock\\one.mp3"_s};
     paste.on_error = FilePrompts::OnError::cancel;
@@ -319,12 +341,11 @@ void TestFaultsExplorer::files_are_deleted()
         "delete of files",
         [](Shelf& shelf) {
             shelf.tick(u"one.mp3"_s);
-            shelf.select_rows({u"one.mp3"_s, u"two.mp3"_s});
+            shelf.select_rows({u"one.mp3"_s, u"two-2.mp3"_s});
         },
         [](Shelf& shelf) { shelf.files.mnu_ListView_delete_Click(); });
-    removal.result = {u"C:\\Pop\\three.mp3"_s, rock, u"trash: one.mp3"_s, u"trash: two.mp3"_s};
-    removal.bystanders += {u"C:\\Pop\\three.mp3"_s};
-    removal.told_questions = {u"trash "_s, u"error C:\\Pop\\one.mp3"_s, u"error C:\\Pop\\two.mp3"_s, u"delete "_s};
+    removal.result = {rock, u"trash: one.mp3"_s, u"trash: two-2.mp3"_s};
+    removal.told_questions = {u"trash "_s, u"error C:\\Pop\\one.mp3"_s, u"error C:\\Pop\\two-2.mp3"_s, u"delete "_s};
     removal.may_delete = for_good;
     removal.record_may_go = true;
     removal.record_may_lag = true;
@@ -342,7 +363,7 @@ void TestFaultsExplorer::a_folder_is_deleted()
     FaultedOperation removal = operation(
         "delete of a folder", [](Shelf& shelf) { shelf.tick(u"one.mp3"_s); },
         [](Shelf& shelf) { shelf.files.mnu_tree_delete_Click(); });
-    removal.result = {rock, u"trash: Pop/one.mp3"_s, u"trash: Pop/three.mp3"_s, u"trash: Pop/two.mp3"_s};
+    removal.result = {rock, u"trash: Pop/one.mp3"_s, u"trash: Pop/two-2.mp3"_s};
     removal.told_questions = {u"trash "_s, u"error C:\\Pop"_s, u"delete "_s};
     removal.may_delete = for_good;
     removal.record_may_lag = true;
@@ -359,12 +380,11 @@ void TestFaultsExplorer::files_are_dropped()
         "drop of files",
         [&](Shelf& shelf) {
             shelf.tick(u"one.mp3"_s);
-            shelf.select_rows({u"one.mp3"_s, u"two.mp3"_s});
+            shelf.select_rows({u"one.mp3"_s, u"two-2.mp3"_s});
             Q_EMIT shelf.list_view.OLEStartDrag(data);
         },
         [&](Shelf& shelf) { shelf.drop(data, u"C:\\Rock"_s); });
-    drop.result = {u"C:\\Pop\\three.mp3"_s, u"C:\\Rock\\one.mp3"_s, rock, u"C:\\Rock\\two.mp3"_s};
-    drop.bystanders += {u"C:\\Pop\\three.mp3"_s};
+    drop.result = {u"C:\\Rock\\one.mp3"_s, rock, u"C:\\Rock\\two-2.mp3"_s};
     drop.told_questions = {u"error C:\\"_s};
     drop.record_may_lag = true;
     prove_against_faults(drop);
@@ -384,7 +404,7 @@ void TestFaultsExplorer::a_folder_is_dropped()
             Q_EMIT shelf.tree_view.OLEStartDrag(data);
         },
         [&](Shelf& shelf) { shelf.drop(data, u"C:\\Rock"_s); });
-    drop.result = {u"C:\\Rock\\Pop\\one.mp3"_s, u"C:\\Rock\\Pop\\three.mp3"_s, u"C:\\Rock\\Pop\\two.mp3"_s, rock};
+    drop.result = {u"C:\\Rock\\Pop\\one.mp3"_s, u"C:\\Rock\\Pop\\two-2.mp3"_s, rock};
     drop.told_questions = {u"error C:\\"_s};
     drop.record_may_lag = true;
     prove_against_faults(drop);
@@ -407,7 +427,7 @@ FaultedOperation TestFaultsExplorer::copy_dialog(const char* name, const std::fu
         name,
         [this](Shelf& shelf) {
             shelf.tick(u"one.mp3"_s);
-            shelf.tick(u"two.mp3"_s);
+            shelf.tick(u"two-2.mp3"_s);
             open_copy_dialog();
         },
         [act](Shelf&) { act(); });
@@ -420,7 +440,7 @@ void TestFaultsExplorer::the_selection_is_copied()
 {
     FaultedOperation copy =
         copy_dialog("copy of the selection", [this] { Q_EMIT dialog_->findChild<UsrButton*>(u"cmd_ok"_s)->Click(); });
-    copy.result = sorted(copy.result + QStringList{u"C:\\Rock\\one.mp3"_s, u"C:\\Rock\\two.mp3"_s});
+    copy.result = sorted(copy.result + QStringList{u"C:\\Rock\\one.mp3"_s, u"C:\\Rock\\two-2.mp3"_s});
     copy.told_questions = {u"error C:\\"_s};
     copy.may_copy = true;
     prove_against_faults(copy);
