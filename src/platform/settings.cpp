@@ -6,6 +6,11 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// As long as it lives, whatever the program makes on the disk is for nobody but the user, what the toolkit makes on
@@ -27,6 +32,16 @@ QString full_key(const QString& section, const QString& key)
     return section + u'/' + key;
 }
 
+/// How many texts stand in the file of a store, each on a line of its own; none when it can't be read or breaks off.
+qsizetype texts_in(const QString& path)
+{
+    QFile file(path);
+    const QByteArray content = file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+    return content.endsWith('\n')
+               ? std::ranges::count_if(content.split('\n'), [](const QByteArray& line) { return line.contains('='); })
+               : 0;
+}
+
 } // namespace
 
 QString GetSetting(const QString& application, const QString& section, const QString& key, const QString& default_value)
@@ -41,9 +56,23 @@ void SaveSetting(const QString& application, const QString& section, const QStri
 {
     const MadeForUserAlone rights;
     QSettings store(QSettings::IniFormat, QSettings::UserScope, application);
-    // What is written takes over the rights of the store that it replaces.
-    if (QFileInfo(store.fileName()).isFile())
-        QFile::setPermissions(store.fileName(), QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    store.setValue(full_key(section, key), value);
-    store.sync();
+    store.setFallbacksEnabled(false);
+    const QStringList keys = store.allKeys();
+    // To the toolkit, a store that the disk does not show at once is none.
+    const bool is_hidden = store.status() == QSettings::NoError && keys.isEmpty() && texts_in(store.fileName()) > 0;
+    if (is_hidden || store.status() == QSettings::AccessError)
+        return;
+    // It also puts what it could not write in the place of the old store, so that is made and looked at beside it.
+    const QFileInfo present(store.fileName());
+    const QString path = present.exists() ? present.canonicalFilePath() : present.filePath();
+    const QString new_path = path + u".new"_s;
+    QFile::remove(new_path);
+    QSettings new_store(new_path, QSettings::IniFormat);
+    for (const QString& stored : keys)
+        new_store.setValue(stored, store.value(stored));
+    new_store.setValue(full_key(section, key), value);
+    new_store.sync();
+    const bool is_whole = texts_in(new_path) == new_store.allKeys().size();
+    if (!is_whole || std::rename(QFile::encodeName(new_path).constData(), QFile::encodeName(path).constData()) != 0)
+        QFile::remove(new_path);
 }
