@@ -300,6 +300,8 @@ void SoakTree::count_changes(const Places& before, const Places& now, SoakCounts
                 ++counts[u"tagged"_s];
             continue;
         }
+        if (std::ranges::none_of(before, [&, last = end](const auto& old) { return old.second == last; }))
+            ++counts[u"tagged"_s];
         if (is_in_trash(path)) {
             ++counts[u"thrown away"_s];
         } else if (gone.empty()) {

@@ -43,15 +43,15 @@ SoakUser::~SoakUser()
 QString SoakUser::act()
 {
     static constexpr Choice on_form[] = {
-        {8, &SoakUser::click_node},      {4, &SoakUser::open_node},        {8, &SoakUser::click_row},
-        {8, &SoakUser::click_check_box}, {1, &SoakUser::double_click_row}, {5, &SoakUser::open_row_menu},
-        {4, &SoakUser::open_node_menu},  {5, &SoakUser::open_menu},        {10, &SoakUser::press_button},
-        {6, &SoakUser::click_anything},  {6, &SoakUser::press_key},        {7, &SoakUser::press_shortcut},
-        {4, &SoakUser::rename_row},      {2, &SoakUser::rename_node},      {3, &SoakUser::fill_box},
-        {4, &SoakUser::save_fields},     {3, &SoakUser::drag_row},         {2, &SoakUser::drag_node},
-        {4, &SoakUser::drag_anything},   {2, &SoakUser::click_header},     {2, &SoakUser::resize_window},
-        {2, &SoakUser::turn_wheel},      {3, &SoakUser::move_mouse},       {2, &SoakUser::type_text},
-        {1, &SoakUser::fill_clipboard},
+        {8, &SoakUser::click_node},       {6, &SoakUser::open_node},        {8, &SoakUser::click_row},
+        {14, &SoakUser::click_check_box}, {1, &SoakUser::double_click_row}, {8, &SoakUser::open_row_menu},
+        {5, &SoakUser::open_node_menu},   {6, &SoakUser::open_menu},        {12, &SoakUser::press_button},
+        {4, &SoakUser::click_anything},   {5, &SoakUser::press_key},        {7, &SoakUser::press_shortcut},
+        {6, &SoakUser::rename_row},       {3, &SoakUser::rename_node},      {2, &SoakUser::delete_row},
+        {2, &SoakUser::fill_box},         {7, &SoakUser::save_fields},      {4, &SoakUser::drag_row},
+        {2, &SoakUser::drag_node},        {3, &SoakUser::drag_anything},    {1, &SoakUser::click_header},
+        {1, &SoakUser::resize_window},    {1, &SoakUser::turn_wheel},       {2, &SoakUser::move_mouse},
+        {1, &SoakUser::type_text},        {1, &SoakUser::fill_clipboard},
     };
     static constexpr Choice in_box[] = {
         {12, &SoakUser::press_button}, {2, &SoakUser::press_escape}, {1, &SoakUser::close_window},

@@ -82,6 +82,7 @@ private:
     // With the main window.
     QString rename_row(QWidget& window);
     QString rename_node(QWidget& window);
+    QString delete_row(QWidget& window);
     QString save_fields(QWidget& window);
     QString open_menu(QWidget& window);
     QString drag_row(QWidget& window);

@@ -217,6 +217,8 @@ private Q_SLOTS:
 private:
     int run_sequence(unsigned seed, int actions_left);
     void report() const;
+    void check_work();
+    void check_growth();
 
     const QByteArray home_;
     SoakResults results_;
@@ -276,7 +278,39 @@ void TestSoak::random_actions_break_nothing()
         resources_.push_back(SoakResources::now());
     }
     report();
+    check_work();
+    check_growth();
     QVERIFY2(results_.wrong.isEmpty(), qPrintable(results_.wrong.join(u'\n')));
+}
+
+/// A soak that does nothing proves nothing.
+void TestSoak::check_work()
+{
+    constexpr int most_actions_for_one = 500;
+    for (const QString& work : {u"picked"_s, u"renamed"_s, u"moved"_s, u"copied"_s, u"thrown away"_s, u"tagged"_s}) {
+        if (results_.work[work] < results_.actions / most_actions_for_one)
+            results_.wrong.append(u"too little was %1: %2"_s.arg(work).arg(results_.work[work]));
+    }
+}
+
+/// Once all has been used, what the process holds stays about the same: of each third of the sequences the least
+/// counts.
+void TestSoak::check_growth()
+{
+    constexpr std::size_t fewest_sequences = 12;
+    constexpr long long more_bytes = 1'000'000;
+    if (resources_.size() < fewest_sequences)
+        return;
+    const std::size_t third = resources_.size() / 3;
+    const auto least = [&](std::size_t first, auto what) {
+        return std::ranges::min(std::span(resources_).subspan(first, third), {}, what).*what;
+    };
+    if (least(2 * third, &SoakResources::bytes) > least(third, &SoakResources::bytes) + more_bytes)
+        results_.wrong.append(u"the memory in use grows"_s);
+    if (least(2 * third, &SoakResources::descriptors) > least(third, &SoakResources::descriptors))
+        results_.wrong.append(u"the open files become more"_s);
+    if (least(2 * third, &SoakResources::threads) > least(third, &SoakResources::threads))
+        results_.wrong.append(u"the threads become more"_s);
 }
 
 void TestSoak::report() const
