@@ -279,13 +279,16 @@ void TestRaces::the_main_window_works_on()
                 window->show();
                 user = std::make_unique<RaceUser>(*window, round);
             }
+            tally("acts");
             ++counts_[user->act()];
         },
         [&](RaceRound& /*round*/) {
             window->close();
             user.reset();
             window.reset();
-        });
+        },
+        2);
+    QVERIFY(count("acts") > 10);
 }
 
 int main(int argc, char** argv)
