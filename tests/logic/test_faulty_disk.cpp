@@ -81,8 +81,8 @@ void TestFaultyDisk::calls_of_the_program_are_seen_data()
         [](const QByteArray&) { BinaryFile(u"C:\\a.mp3"_s, BinaryFile::Access::write).write_at(0, std::array{'a'}); });
     row("renameat2", [](const QByteArray&) { MoveFileA(u"C:\\a.mp3"_s, u"C:\\b.mp3"_s); });
     row("rename", [](const QByteArray& file) { ::rename(file.constData(), (file + 'x').constData()); });
-    row("link", [](const QByteArray& file) { Q_UNUSED(::link(file.constData(), (file + 'x').constData())) });
-    row("symlink", [](const QByteArray& file) { Q_UNUSED(::symlink("x", (file + 'x').constData())) });
+    row("link", [](const QByteArray& file) { QCOMPARE(::link(file.constData(), (file + 'x').constData()), 0); });
+    row("symlink", [](const QByteArray& file) { QCOMPARE(::symlink("x", (file + 'x').constData()), 0); });
     row("unlink", [](const QByteArray& file) { ::unlink(file.constData()); });
     row("rmdir", [](const QByteArray& file) { ::rmdir(file.constData()); });
     row("mkdir", [](const QByteArray&) { errors_ignored([] { FileSystemObject().CreateFolder(u"C:\\f"_s); }); });
