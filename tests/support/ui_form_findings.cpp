@@ -18,6 +18,7 @@
 #include <QPixmap>
 #include <QRegularExpression>
 #include <QSignalBlocker>
+#include <QTextDocumentFragment>
 
 #include <algorithm>
 #include <array>
@@ -319,7 +320,8 @@ void note_texts(QWidget& control, const QString& form, Findings& findings)
     }
     if (!shows_foreign_text(control))
         note("is called", accessible_name(control));
-    note("has the tip", control.toolTip());
+    // Tips that hold a name are written in markup, so that the name is not taken for it.
+    note("has the tip", QTextDocumentFragment::fromHtml(control.toolTip()).toPlainText());
     note("has the description", control.accessibleDescription());
     if (control.isWindow())
         note("has the title", control.windowTitle());
