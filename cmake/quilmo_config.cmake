@@ -35,7 +35,7 @@ if(QUILMO_HARDENED)
   # Some compilers define a lower level of _FORTIFY_SOURCE by themselves.
   target_compile_options(quilmo_config INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -D_GLIBCXX_ASSERTIONS)
   include(CheckCXXCompilerFlag)
-  foreach(flag stack-protector-strong stack-clash-protection cf-protection trivial-auto-var-init=zero)
+  foreach(flag stack-protector-strong stack-clash-protection cf-protection)
     string(MAKE_C_IDENTIFIER "QUILMO_HAS_${flag}" has_flag)
     check_cxx_compiler_flag(-f${flag} ${has_flag})
     if(${has_flag})
