@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs the fuzzing programs:  scripts/fuzz.sh SECONDS [TARGET...]
 # Each target (all without names) runs for so long on a copy of its corpus under fuzz/corpus/, two at a time. What a run
-# has learned and found is left under build/fuzz/runs/TARGET/; exit status 1 when one of them found something.
+# has learned and found is left under build/fuzz/runs/TARGET/; fails when one of them found something.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 export seconds=$1
@@ -26,7 +26,7 @@ run_target() {
     mkdir -p "$run/finds"
     cp -r "fuzz/corpus/$1" "$run/corpus"
     [[ ! -f fuzz/$1.dict ]] || options+=("-dict=fuzz/$1.dict")
-    if LC_ALL=C.UTF-8 nice -n 5 "build/fuzz/fuzz/fuzz_$1" "${options[@]}" -max_total_time="$seconds" -timeout=10 \
+    if LC_ALL=C.UTF-8 "build/fuzz/fuzz/fuzz_$1" "${options[@]}" -max_total_time="$seconds" -timeout=10 \
         -rss_limit_mb=2048 -print_final_stats=1 -artifact_prefix="$run/finds/" "$run/corpus" >"$run/log" 2>&1; then
         echo "$1: $(grep -o 'Done .*' "$run/log"), no find"
         return

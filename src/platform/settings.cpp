@@ -42,6 +42,13 @@ qsizetype texts_in(const QString& path)
                : 0;
 }
 
+/// Whether there are really no settings in a store in which the toolkit sees none: to it, a store that the disk does
+/// not show at once is none, and stays none. A copy of it, made at `copy_path`, tells.
+bool has_no_settings(const QString& path, const QString& copy_path)
+{
+    return QFile::copy(path, copy_path) && QSettings(copy_path, QSettings::IniFormat).allKeys().isEmpty();
+}
+
 } // namespace
 
 QString GetSetting(const QString& application, const QString& section, const QString& key, const QString& default_value)
@@ -58,15 +65,18 @@ void SaveSetting(const QString& application, const QString& section, const QStri
     QSettings store(QSettings::IniFormat, QSettings::UserScope, application);
     store.setFallbacksEnabled(false);
     const QStringList keys = store.allKeys();
-    // To the toolkit, a store that the disk does not show at once is none.
-    const bool is_hidden = store.status() == QSettings::NoError && keys.isEmpty() && texts_in(store.fileName()) > 0;
-    if (is_hidden || store.status() == QSettings::AccessError)
+    if (store.status() == QSettings::AccessError)
         return;
     // It also puts what it could not write in the place of the old store, so that is made and looked at beside it.
     const QFileInfo present(store.fileName());
     const QString path = present.exists() ? present.canonicalFilePath() : present.filePath();
     const QString new_path = path + u".new"_s;
     QFile::remove(new_path);
+    const bool may_be_hidden = store.status() == QSettings::NoError && keys.isEmpty() && texts_in(path) > 0;
+    const bool is_hidden = may_be_hidden && !has_no_settings(path, new_path);
+    QFile::remove(new_path);
+    if (is_hidden)
+        return;
     QSettings new_store(new_path, QSettings::IniFormat);
     for (const QString& stored : keys)
         new_store.setValue(stored, store.value(stored));

@@ -53,6 +53,8 @@ private Q_SLOTS:
     void bad_store_is_empty();
     void damaged_section_leaves_the_others();
     void damaged_store_is_mended_by_writing();
+    void store_without_settings_takes_one_data();
+    void store_without_settings_takes_one();
     void unreadable_store_is_empty();
     void four_settings_survive_a_run();
     void empty_path_leaves_the_stored_one();
@@ -177,6 +179,25 @@ void TestSettings::damaged_store_is_mended_by_writing()
     read_settings();
 
     QCOMPARE(shared.fif_type, i16(4));
+}
+
+void TestSettings::store_without_settings_takes_one_data()
+{
+    QTest::addColumn<QByteArray>("content");
+
+    QTest::newRow("a comment that looks like a setting") << QByteArray("[fif_type]\n;location=2\n");
+    QTest::newRow("a comment behind blanks") << QByteArray("  ; location=2\n");
+    QTest::newRow("a section named like a setting") << QByteArray("[location=2]\n");
+    QTest::newRow("a quotation mark in a section's name") << QByteArray("[fif\"_type\n]\nlocation=2\n");
+}
+
+void TestSettings::store_without_settings_takes_one()
+{
+    QFETCH(QByteArray, content);
+    write_store(content);
+    SaveSetting(u"Quilmo"_s, u"fif_type"_s, u"location"_s, u"4"_s);
+
+    QCOMPARE(GetSetting(u"Quilmo"_s, u"fif_type"_s, u"location"_s, u"default"_s), u"4"_s);
 }
 
 void TestSettings::unreadable_store_is_empty()
