@@ -113,7 +113,7 @@ private Q_SLOTS:
         Scene scene;
         scene.timer.setInterval(1);
         scene.lay_out(title + u" and more"_s);
-        QTRY_VERIFY(scene.text_box->Text().startsWith(u'A'));
+        QTRY_VERIFY_WITH_TIMEOUT(scene.text_box->Text().startsWith(u'A'), 30000);
         QVERIFY(scene.timer.isActive());
     }
 
