@@ -50,7 +50,7 @@ void make_sources(const TestDisk& disk)
     for (int number = 0; number < files; ++number) {
         const QByteArray name = name_of(number);
         disk.write(u"C:\\from\\"_s + (number % 2 == 0 ? u"even\\"_s : QString()) + QString::fromLatin1(name),
-                   name + content_of_size(5'000 * number));
+                   name + content_of_size(qsizetype{5'000} * number));
     }
     make_link("song 1", disk.native(u"C:\\from\\link"_s));
     disk.write(u"C:\\other"_s, "other");
@@ -148,7 +148,7 @@ void TestKills::every_file_is_whole_after_a_kill_data()
     for (int number = 0; number < files; ++number) {
         if (number % 2 == 1)
             sources.append(u"C:\\from\\"_s + QString::fromLatin1(name_of(number)));
-        all.append("= " + name_of(number) + content_of_size(5'000 * number));
+        all.append("= " + name_of(number) + content_of_size(qsizetype{5'000} * number));
     }
     const QByteArrayList replaced = {"= old song 1", "= old song 3"};
     struct FileSystem
