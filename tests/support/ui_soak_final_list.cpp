@@ -2,8 +2,10 @@
 
 #include "platform/controls/ListView.h"
 #include "platform/controls/StatusBar.h"
+#include "platform/controls/TreeView.h"
 #include "selection/final_list.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QThread>
 
@@ -31,9 +33,15 @@ bool is_sound(const FinalListEntry& slot)
 
 FinalListWatch::FinalListWatch(const QWidget& form)
     : list_(*form.findChild<ListView*>(u"lvListView"_s)),
+      tree_(*form.findChild<TreeView*>(u"tvTreeView"_s)),
       status_bar_(*form.findChild<StatusBar*>(u"StatusBar1"_s)),
       last_(state())
 {
+    // Rows come and go all at once, and are those of the node selected then.
+    QObject::connect(list_.view()->model(), &QAbstractItemModel::modelReset, &listener_, [this] {
+        const TreeNode* const node = tree_.SelectedItem();
+        folder_of_rows_ = node != nullptr ? node->Key() + u'\\' : QString();
+    });
 }
 
 FinalListWatch::State FinalListWatch::state() const
@@ -46,7 +54,7 @@ FinalListWatch::State FinalListWatch::state() const
         state.bytes += slot.size;
         state.paths.insert(slot.full_path);
     }
-    state.rows_are_of_current_folder = shared.tree_node_path + u'\\' == shared.current_folder;
+    state.rows_are_of_current_folder = folder_of_rows_ == shared.current_folder;
     add_rows(state);
     return state;
 }
@@ -88,7 +96,8 @@ QStringList FinalListWatch::look()
     QStringList wrong;
     check_slots(wrong);
     check_totals(now, wrong);
-    const bool in_handler = QThread::currentThread()->loopLevel() > 1; // of the main window, which waits for a dialog
+    // While a handler of the main window waits for a dialog or for work on files, it is not done.
+    const bool in_handler = QThread::currentThread()->loopLevel() > 1 || QApplication::activeModalWidget() != nullptr;
     if (!in_handler)
         check_window(now, wrong);
     check_dialog(now, wrong);

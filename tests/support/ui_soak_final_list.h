@@ -2,6 +2,7 @@
 
 #include "core/mod_of_grobal_var.h"
 
+#include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
@@ -11,6 +12,7 @@
 
 class ListView;
 class StatusBar;
+class TreeView;
 
 /// Watches the final list and the rows of the main window from one action to the next.
 ///
@@ -38,7 +40,7 @@ private:
         std::set<QString> paths;   ///< of the used slots
         std::set<Key> ticked;      ///< the ticked rows of the main window
         bool sizes_differ = false; ///< whether a ticked row tells another size than its slot
-        /// A click that ends early has told a folder whose rows are not shown.
+        /// A click that ends early tells a folder whose rows are not shown, on purpose.
         bool rows_are_of_current_folder = true;
         QStringList wrong_ticks; ///< rows whose tick is not what the list holds
         int file_drift() const { return shared.final_list_count - used; }
@@ -54,7 +56,10 @@ private:
     void check_dialog(const State& now, QStringList& wrong) const;
 
     const ListView& list_;
+    const TreeView& tree_;
     const StatusBar& status_bar_;
+    QObject listener_;
+    QString folder_of_rows_;
     State last_;
     int last_file_drift_ = 0;
     qint64 last_byte_drift_ = 0;

@@ -1,9 +1,12 @@
 #include "ui_soak_input.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QPointer>
 #include <QTest>
 #include <QWheelEvent>
 #include <QWindow>
+
+#include <utility>
 
 namespace {
 
@@ -11,15 +14,22 @@ constexpr int too_late_for_a_double_click_ms = 1000;
 
 } // namespace
 
+void SoakInput::deliver()
+{
+    const std::function<void()> event = std::move(queue_.front());
+    queue_.pop_front();
+    event();
+}
+
 void SoakInput::send(QWidget& widget, QPoint point, QEvent::Type type, Qt::MouseButton button,
                      Qt::KeyboardModifiers keys)
 {
     QWidget* const window = widget.window();
-    QWindow* const handle = window->windowHandle();
-    if (handle == nullptr)
-        return;
     const QPoint place = widget.mapTo(window, point);
-    qt_handleMouseEvent(handle, place, handle->mapToGlobal(place), held_, button, type, keys, milliseconds_);
+    queue_.emplace_back([=, handle = QPointer(window->windowHandle()), held = held_, time = milliseconds_] {
+        if (handle != nullptr)
+            qt_handleMouseEvent(handle, place, handle->mapToGlobal(place), held, button, type, keys, time);
+    });
 }
 
 void SoakInput::press(QWidget& widget, QPoint point, Qt::MouseButton button, Qt::KeyboardModifiers keys)
@@ -58,18 +68,25 @@ void SoakInput::double_click(QWidget& widget, QPoint point)
 void SoakInput::wheel(QWidget& widget, QPoint point, int steps)
 {
     constexpr int eighths_of_degrees = 120;
-    QCoreApplication::postEvent(&widget,
-                                new QWheelEvent(point, widget.mapToGlobal(point), {}, {0, steps * eighths_of_degrees},
-                                                Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false));
+    queue_.emplace_back([=, target = QPointer(&widget)] {
+        if (target == nullptr)
+            return;
+        QWheelEvent event(point, target->mapToGlobal(point), {}, {0, steps * eighths_of_degrees}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(target, &event);
+    });
 }
 
+// The window with the focus gets a key, and the one meant only where none has it.
 void SoakInput::key(QWidget& window, int key, Qt::KeyboardModifiers keys, const QString& text)
 {
-    QWindow* const handle = window.windowHandle();
-    if (handle == nullptr)
-        return;
-    qt_handleKeyEvent(handle, QEvent::KeyPress, key, keys, text);
-    qt_handleKeyEvent(handle, QEvent::KeyRelease, key, keys, text);
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        queue_.emplace_back([=, meant = QPointer(window.windowHandle())] {
+            QWindow* const focused = QGuiApplication::focusWindow();
+            if (QWindow* const target = focused != nullptr ? focused : meant.data())
+                qt_handleKeyEvent(target, type, key, keys, text);
+        });
+    }
 }
 
 void SoakInput::type(QWidget& window, const QString& text)

@@ -5,8 +5,11 @@
 #include <QString>
 #include <QWidget>
 
-/// A mouse and a keyboard whose events are queued as a desktop queues them: the next loop of events that listens to a
-/// person delivers them, also to a dialog or menu that has opened meanwhile.
+#include <deque>
+#include <functional>
+
+/// A mouse and a keyboard whose events wait in a queue, as on a desktop: what stands in front when an event's turn
+/// comes gets it, also a dialog or menu that an earlier one has opened.
 class SoakInput
 {
 public:
@@ -21,9 +24,14 @@ public:
     void key(QWidget& window, int key, Qt::KeyboardModifiers keys = {}, const QString& text = {});
     void type(QWidget& window, const QString& text);
 
+    bool is_pending() const { return !queue_.empty(); }
+    /// Delivers the first event of the queue; returns when it has been worked on.
+    void deliver();
+
 private:
     void send(QWidget& widget, QPoint point, QEvent::Type type, Qt::MouseButton button, Qt::KeyboardModifiers keys);
 
+    std::deque<std::function<void()>> queue_;
     Qt::MouseButtons held_;
     int milliseconds_ = 0; ///< the time that the mouse events bear
 };

@@ -68,8 +68,12 @@ int entries_of(const char* folder)
 
 void note_soak_action(const QString& action)
 {
-    put(notes.texts.at(notes.count % noted_actions), std::to_string(notes.count + 1) + ". " + action.toStdString());
+    static const bool tells = std::getenv("QUILMO_SOAK_TELL") != nullptr;
+    auto& text = notes.texts.at(notes.count % noted_actions);
+    put(text, std::to_string(notes.count + 1) + ". " + action.toStdString());
     ++notes.count;
+    if (tells)
+        write_out(text);
 }
 
 void begin_soak_notes(unsigned seed)

@@ -9,7 +9,8 @@
 
 // What is needed to replay a soak that fails, and what it costs the machine.
 
-/// Notes an action; the last thirty are told when the process crashes or hangs.
+/// Notes an action; the last thirty are told when the process crashes or hangs. With QUILMO_SOAK_TELL in the
+/// environment each is told at once.
 void note_soak_action(const QString& action);
 /// Forgets the actions noted so far: a new sequence begins with this seed.
 void begin_soak_notes(unsigned seed);

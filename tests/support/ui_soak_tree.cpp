@@ -123,8 +123,10 @@ std::vector<SoakFile> tiny_files()
 
 std::vector<SoakFile> many_files()
 {
+    constexpr int count = 320;
     std::vector<SoakFile> files;
-    for (int number = 0; number < 320; ++number)
+    files.reserve(count);
+    for (int number = 0; number < count; ++number)
         files.push_back({u"C:\\Many\\%1.mp3"_s.arg(number, 3, 10, QChar(u'0')), tagged("M", "N")});
     return files;
 }
@@ -134,7 +136,7 @@ QByteArray first_bytes(const fs::path& path)
     std::ifstream file(path, std::ios::binary);
     std::array<char, number_offset + number_bytes> bytes{};
     file.read(bytes.data(), bytes.size());
-    return QByteArray(bytes.data(), static_cast<qsizetype>(file.gcount()));
+    return {bytes.data(), static_cast<qsizetype>(file.gcount())};
 }
 
 QByteArray last_bytes(const fs::path& path)
@@ -144,7 +146,7 @@ QByteArray last_bytes(const fs::path& path)
     file.seekg(std::max(std::streamoff{0}, length - tag_bytes));
     std::array<char, tag_bytes> bytes{};
     file.read(bytes.data(), bytes.size());
-    return QByteArray(bytes.data(), static_cast<qsizetype>(file.gcount()));
+    return {bytes.data(), static_cast<qsizetype>(file.gcount())};
 }
 
 /// The number that a content bears; empty for none.

@@ -42,8 +42,12 @@ public:
     SoakUser(const SoakUser&) = delete;
     SoakUser& operator=(const SoakUser&) = delete;
 
-    /// Queues the input of the next action; gives a word for it.
+    /// Begins the next action; gives a word for it.
     QString act();
+    /// Whether the action that was begun has events left.
+    bool is_acting() const { return input_.is_pending(); }
+    /// Goes on with it by one event.
+    void go_on() { input_.deliver(); }
     /// How long the person rests after it, in milliseconds.
     int rest();
 
