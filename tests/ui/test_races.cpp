@@ -255,7 +255,7 @@ void TestRaces::no_tag_goes_into_a_file_that_took_the_name()
             while (is_moved && !MoveFileA(new_path, old_path)) {
             }
         },
-        [this](RaceRound& round) { round.tags_of_racer_stay = true; });
+        [](RaceRound& round) { round.tags_of_racer_stay = true; });
     QVERIFY(count("moved") > 20);
     QVERIFY(count("not moved") > 0);
     QVERIFY(count("racer c") > 20);
