@@ -273,7 +273,7 @@ int TestSoak::run_sequence(unsigned seed, int actions_left)
 
 void TestSoak::random_actions_break_nothing()
 {
-    const int actions = number_from_environment("QUILMO_SOAK_ACTIONS", 1500);
+    const int actions = number_from_environment("QUILMO_SOAK_ACTIONS", 1000);
     auto seed = static_cast<unsigned>(number_from_environment("QUILMO_SOAK_SEED", 1));
     while (results_.actions < actions && results_.wrong.isEmpty()) {
         results_.actions += run_sequence(seed++, actions - results_.actions);
@@ -286,12 +286,14 @@ void TestSoak::random_actions_break_nothing()
     QVERIFY2(results_.wrong.isEmpty(), qPrintable(results_.wrong.join(u'\n')));
 }
 
-/// A soak that does nothing proves nothing.
+/// A soak that does nothing proves nothing. What is rare must be there in a long one.
 void TestSoak::check_work()
 {
-    constexpr int most_actions_for_one = 500;
-    for (const QString& work : {u"picked"_s, u"renamed"_s, u"moved"_s, u"copied"_s, u"thrown away"_s, u"tagged"_s}) {
-        if (results_.work[work] < results_.actions / most_actions_for_one)
+    const std::map<QString, int> most_actions_for_one = {{u"picked"_s, 200},  {u"renamed"_s, 200},
+                                                         {u"moved"_s, 200},   {u"tagged"_s, 400},
+                                                         {u"copied"_s, 2000}, {u"thrown away"_s, 2000}};
+    for (const auto& [work, actions] : most_actions_for_one) {
+        if (results_.work[work] < results_.actions / actions)
             results_.wrong.append(u"too little was %1: %2"_s.arg(work).arg(results_.work[work]));
     }
 }
