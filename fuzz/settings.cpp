@@ -12,6 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -21,8 +22,8 @@ namespace {
 
 constexpr std::array<QStringView, 4> sections = {u"location_burn", u"fif_type", u"genre_type", u"vol_type"};
 
-/// What the program's own settings and one other say, or nothing for those that are not there.
-using Texts = std::array<std::optional<QString>, 5>;
+/// What the program's own settings say, or nothing for those that are not there.
+using Texts = std::array<std::optional<QString>, sections.size()>;
 
 class Store
 {
@@ -57,26 +58,24 @@ private:
     time_t time_ = 1;
 };
 
-Texts stored_texts(const QString& own_section, const QString& own_key)
+Texts stored_texts()
 {
-    const auto stored = [](const QString& section, const QString& key) -> std::optional<QString> {
-        const QString none = u"none"_s;
-        const QString other = u"other"_s;
-        const QString text = GetSetting(u"Quilmo"_s, section, key, none);
-        const bool is_there = text != none || GetSetting(u"Quilmo"_s, section, key, other) != other;
-        return is_there ? std::optional(text) : std::nullopt;
+    const auto stored = [](QStringView section) -> std::optional<QString> {
+        const auto text_or = [&](const QString& default_value) {
+            return GetSetting(u"Quilmo"_s, section.toString(), u"location"_s, default_value);
+        };
+        const QString text = text_or(u"none"_s);
+        return text != u"none" || text_or(u"other"_s) != u"other" ? std::optional(text) : std::nullopt;
     };
     Texts texts;
-    for (std::size_t i = 0; i < sections.size(); ++i)
-        texts.at(i) = stored(sections.at(i).toString(), u"location"_s);
-    texts.back() = stored(own_section, own_key);
+    std::ranges::transform(sections, texts.begin(), stored);
     return texts;
 }
 
 /// Whether the store can keep a text: it holds UTF-8, and takes a byte order mark at the start for no part of it.
-bool can_be_kept(const std::optional<QString>& text)
+bool can_be_kept(const QString& text)
 {
-    return !text || (!has_lone_surrogate(*text) && !text->startsWith(QChar::ByteOrderMark));
+    return !has_lone_surrogate(text) && !text.startsWith(QChar::ByteOrderMark);
 }
 
 /// The numbers are numbers, or the run-time error of a stored text that is none is raised.
@@ -98,30 +97,28 @@ void check_read_settings(const Texts& texts)
 
 } // namespace
 
-/// The first three lines are section, key and text of a setting to save; the rest is the settings file.
+/// The first byte picks the setting to save, the rest of its line is the text, and what follows is the settings file.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static Store store;
     QByteArrayView input = bytes_of(data, size);
-    const QString section = any_text(take_line(input));
-    const QString key = any_text(take_line(input));
-    const QString text = any_text(take_line(input));
+    const QByteArrayView line = take_line(input);
+    const std::size_t saved = line.isEmpty() ? 0 : static_cast<std::uint8_t>(line.front()) % sections.size();
+    const QString text = any_text(line.sliced(line.isEmpty() ? 0 : 1));
     store.fill(input);
-    const Texts before = stored_texts(section, key);
+    const Texts before = stored_texts();
     check_read_settings(before);
     require(store.content() == input, "reading writes nothing");
 
-    SaveSetting(u"Quilmo"_s, section, key, text);
+    SaveSetting(u"Quilmo"_s, sections.at(saved).toString(), u"location"_s, text);
     require(store.is_the_users_alone(), "nobody else can read the settings");
     // A file of another time is read anew, so that all comes from the disk.
     store.fill(store.content());
-    const Texts after = stored_texts(section, key);
-    const bool has_name = !has_lone_surrogate(section + u'/' + key);
-    if (has_name && can_be_kept(text))
-        require(after.back() == text, "what was saved comes back");
+    const Texts after = stored_texts();
+    require(!can_be_kept(text) || after.at(saved) == text, "what was saved comes back");
     for (std::size_t i = 0; i < sections.size(); ++i) {
         // A damaged store may show more once it is mended.
-        if (section != sections.at(i) && before.at(i) && can_be_kept(before.at(i)))
+        if (i != saved && before.at(i) && can_be_kept(*before.at(i)))
             require(after.at(i) == before.at(i), "the other settings stay");
     }
     return 0;

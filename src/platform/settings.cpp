@@ -1,12 +1,13 @@
 #include "platform/settings.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSettings>
+#include <QTemporaryFile>
 
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -32,57 +33,65 @@ QString full_key(const QString& section, const QString& key)
     return section + u'/' + key;
 }
 
-/// How many texts stand in the file of a store, each on a line of its own; none when it can't be read or breaks off.
-qsizetype texts_in(const QString& path)
+/// A store sees nothing of a file for the whole machine that has the same name.
+class UserStore : public QSettings
+{
+public:
+    explicit UserStore(const QString& application) : QSettings(IniFormat, UserScope, application)
+    {
+        setFallbacksEnabled(false);
+    }
+
+    /// Where the file of the store is or would be, behind all links.
+    QString path() const
+    {
+        const QFileInfo file(fileName());
+        return file.exists() ? file.canonicalFilePath() : file.filePath();
+    }
+};
+
+/// Puts what stands in the file at `path`, if there is one, into `copy`; false when that can't be done whole.
+bool copy_content(const QString& path, QFile& copy)
 {
     QFile file(path);
+    if (!file.exists())
+        return true;
     const QByteArray content = file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
-    return content.endsWith('\n')
-               ? std::ranges::count_if(content.split('\n'), [](const QByteArray& line) { return line.contains('='); })
-               : 0;
+    return file.error() == QFile::NoError && copy.write(content) == content.size() && copy.flush();
 }
 
-/// Whether there are really no settings in a store in which the toolkit sees none: to it, a store that the disk does
-/// not show at once is none, and stays none. A copy of it, made at `copy_path`, tells.
-bool has_no_settings(const QString& path, const QString& copy_path)
+/// Sets one text in the store at `path`; gives whether that store held `keys` before and is whole after it. The toolkit
+/// takes a file that the disk does not show for an empty store, and leaves a part of the file when the disk is full.
+bool set_text(const QString& path, const QStringList& keys, const QString& key, const QString& text)
 {
-    return QFile::copy(path, copy_path) && QSettings(copy_path, QSettings::IniFormat).allKeys().isEmpty();
+    QSettings store(path, QSettings::IniFormat);
+    if (store.allKeys() != keys)
+        return false;
+    store.setValue(key, text);
+    store.sync();
+    QFile file(path);
+    return file.open(QFile::ReadOnly) && file.readAll().endsWith('\n');
 }
 
 } // namespace
 
 QString GetSetting(const QString& application, const QString& section, const QString& key, const QString& default_value)
 {
-    QSettings store(QSettings::IniFormat, QSettings::UserScope, application);
-    // Otherwise a file of the same name for the whole machine would stand in for what the user has not stored.
-    store.setFallbacksEnabled(false);
+    const UserStore store(application);
     return store.value(full_key(section, key), default_value).toString();
 }
 
 void SaveSetting(const QString& application, const QString& section, const QString& key, const QString& value)
 {
     const MadeForUserAlone rights;
-    QSettings store(QSettings::IniFormat, QSettings::UserScope, application);
-    store.setFallbacksEnabled(false);
-    const QStringList keys = store.allKeys();
-    if (store.status() == QSettings::AccessError)
-        return;
-    // It also puts what it could not write in the place of the old store, so that is made and looked at beside it.
-    const QFileInfo present(store.fileName());
-    const QString path = present.exists() ? present.canonicalFilePath() : present.filePath();
-    const QString new_path = path + u".new"_s;
-    QFile::remove(new_path);
-    const bool may_be_hidden = store.status() == QSettings::NoError && keys.isEmpty() && texts_in(path) > 0;
-    const bool is_hidden = may_be_hidden && !has_no_settings(path, new_path);
-    QFile::remove(new_path);
-    if (is_hidden)
-        return;
-    QSettings new_store(new_path, QSettings::IniFormat);
-    for (const QString& stored : keys)
-        new_store.setValue(stored, store.value(stored));
-    new_store.setValue(full_key(section, key), value);
-    new_store.sync();
-    const bool is_whole = texts_in(new_path) == new_store.allKeys().size();
-    if (!is_whole || std::rename(QFile::encodeName(new_path).constData(), QFile::encodeName(path).constData()) != 0)
-        QFile::remove(new_path);
+    const UserStore store(application);
+    const QString path = store.path();
+    QDir().mkpath(QFileInfo(path).path());
+    // What can't be saved whole must not take the place of what is stored, so the change is made beside it.
+    QTemporaryFile new_file(path + u".XXXXXX"_s);
+    const bool is_saved =
+        new_file.open() && copy_content(path, new_file) &&
+        set_text(new_file.fileName(), store.allKeys(), full_key(section, key), value) &&
+        std::rename(QFile::encodeName(new_file.fileName()).constData(), QFile::encodeName(path).constData()) == 0;
+    new_file.setAutoRemove(!is_saved);
 }
