@@ -4,22 +4,16 @@
 #include "core/mod_of_grobal_var.h"
 #include "fif/mod_of_FIF.h"
 #include "mp3/cIDV3.h"
-#include "mp3/genre_list.h"
-#include "platform/text.h"
 #include "player/Transport.h"
 #include "selection/final_list.h"
 
 QString BatchConversion::rename_to_fif(const QString& folder, const QString& name, i16 do_rename)
 {
     const QString old_path = folder + name;
-    if (id3().load_and_has_tag(old_path)) {
-        artist_text_ = text_box_text(id3().Artist());
-        title_text_ = text_box_text(id3().Title());
-        genre_text_ = fif_genre_spelling(id3().GenreText(id3().Genre()));
-    }
-    const QString new_name =
-        Compose_fif_name(trimmed_and_cleaned(artist_text_), trimmed_and_cleaned(title_text_),
-                         trimmed_and_cleaned(genre_text_), [] { show_message(msg_artist_too_long); });
+    if (id3().load_and_has_tag(old_path))
+        texts_ = texts_of_tag();
+    const auto [artist, title, genre] = trimmed_and_cleaned(texts_);
+    const QString new_name = Compose_fif_name(artist, title, genre, [] { show_message(msg_artist_too_long); });
     // No test for an existing target stands here, on purpose: the move itself never replaces a file.
     if (do_rename == 1 && !new_name.isEmpty() && rename_in_final_list(name, folder, new_name, folder) != 0)
         MoveFileA(old_path, folder + new_name);

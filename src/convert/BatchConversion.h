@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fif/fif_name.h"
 #include "platform/numbers.h"
 
 #include <QString>
@@ -30,7 +31,5 @@ private:
     void rename_file_in_player(const FinalListEntry& record);
 
     Transport& transport_;
-    QString artist_text_; ///< the last tag's text, as text boxes keep it
-    QString title_text_;
-    QString genre_text_;
+    FifFields texts_; ///< those of the last tag, as text boxes keep them
 };

@@ -266,19 +266,23 @@ QString FIF_Auto_Convert::convert_file_in_player(const QString& name)
     return new_name;
 }
 
-QString FIF_Auto_Convert::value_of(const Fixed& fixed, const QString& found)
+FixedFields FIF_Auto_Convert::forced_values() const
 {
-    return trimmed_and_cleaned(fixed.check->isChecked() ? fixed.text->Text() : found);
+    const auto value = [](const Fixed& fixed) {
+        return fixed.check->isChecked() ? std::optional(fixed.text->Text()) : std::nullopt;
+    };
+    return {.artist = value(artist_), .genre = value(genre_)};
 }
 
 QString FIF_Auto_Convert::rename_to_freeview(const QString& /*folder*/, const QString& name, i16 do_rename)
 {
     Check_file_for_fif(name);
-    shared.fif_artist = value_of(artist_, shared.fif_artist);
-    shared.fif_genre = value_of(genre_, shared.fif_genre);
-    shared.fif_title = trimmed_and_cleaned(shared.fif_title);
-    return auto_convert(name, QString(shared.fif_artist), QString(shared.fif_title), QString(shared.fif_genre),
-                        do_rename);
+    const FifFields found = {.artist = shared.fif_artist, .title = shared.fif_title, .genre = shared.fif_genre};
+    const auto [artist, title, genre] = fields_to_convert(found, forced_values());
+    shared.fif_artist = artist;
+    shared.fif_title = title;
+    shared.fif_genre = genre;
+    return auto_convert(name, artist, title, genre, do_rename);
 }
 
 QString FIF_Auto_Convert::auto_convert(const QString& old_name, const QString& artist, const QString& title,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fif/fif_name.h"
 #include "platform/controls/ButtonDialog.h"
 #include "platform/controls/ListView.h"
 #include "platform/controls/StatusBar.h"
@@ -64,8 +65,8 @@ private:
     QString convert_file_in_player(const QString& name);
     /// Whether every forced value holds something; if not, says so.
     bool fixed_values_are_there() const;
-    /// The value that goes into a name: the forced one, or `found`, trimmed and cleaned.
-    static QString value_of(const Fixed& fixed, const QString& found);
+    /// The values that are forced on all files now.
+    FixedFields forced_values() const;
     /// Sets up the fields of a file and converts it; gives the new name, empty when none could be made.
     QString rename_to_freeview(const QString& folder, const QString& name, i16 do_rename);
     /// Composes the name and, if `do_rename` is 1 and no such file is there, renames the file, brings the final list

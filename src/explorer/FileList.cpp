@@ -79,7 +79,8 @@ void FileList::FillListView(const QString& path)
 void FileList::fill(const QString& path)
 {
     const Folder folder = shared.fso.GetFolder(path);
-    const bool selection_found = add_rows(folder.Files(u"MP3"_s), with_trailing_backslash(folder.Path()));
+    const bool selection_found =
+        add_rows(folder.Files(music_name_ending.toString()), with_trailing_backslash(folder.Path()));
     if (!selection_found && list_.Count() > 0)
         ItemClick(1);
     else if (!selection_found)

@@ -218,6 +218,20 @@ QString trimmed_and_cleaned(const QString& text)
     return Clean_fif_field(trim_blanks(text));
 }
 
+FifFields trimmed_and_cleaned(const FifFields& fields)
+{
+    return {.artist = trimmed_and_cleaned(fields.artist),
+            .title = trimmed_and_cleaned(fields.title),
+            .genre = trimmed_and_cleaned(fields.genre)};
+}
+
+FifFields fields_to_convert(const FifFields& found, const FixedFields& fixed)
+{
+    return trimmed_and_cleaned(FifFields{.artist = fixed.artist.value_or(found.artist),
+                                         .title = found.title,
+                                         .genre = fixed.genre.value_or(found.genre)});
+}
+
 ComposedName compose_name(i16 fif_type, const QString& artist, const QString& title, const QString& genre)
 {
     if (artist.isEmpty() || title.isEmpty())

@@ -5,8 +5,13 @@
 #include <QString>
 #include <QStringView>
 
+#include <optional>
+
 // The FIF format itself: what a name holds, and how a name is built. No file is touched and nothing is shown.
 // A character is one UTF-16 unit; lengths of names are bytes of the code page.
+
+/// What the names of music files end in, case ignored.
+constexpr QStringView music_name_ending = u"MP3";
 
 /// The three fields of a FIF name; the genre is empty in a two-field name.
 struct FifFields
@@ -52,6 +57,20 @@ QString Clean_file_name(const QString& text);
 
 /// The state that every converter brings its fields to: blanks at both ends removed, then cleaned.
 QString trimmed_and_cleaned(const QString& text);
+
+/// All three fields brought to that state.
+FifFields trimmed_and_cleaned(const FifFields& fields);
+
+/// Values that a conversion forces on all files in place of those that it finds.
+struct FixedFields
+{
+    std::optional<QString> artist;
+    std::optional<QString> genre;
+};
+
+/// The fields that such a conversion makes a name of: those that it `found` but for the fixed ones, trimmed and
+/// cleaned.
+FifFields fields_to_convert(const FifFields& found, const FixedFields& fixed);
 
 /// Why no name could be made.
 enum class ComposeFailure

@@ -43,12 +43,6 @@ i16 store(const FifParse& parse, i16 show_mode)
     return parse.valid ? 1 : 0;
 }
 
-/// The genre of the loaded tag as names spell it.
-QString genre_of_tag()
-{
-    return fif_genre_spelling(id3().GenreText(id3().Genre()));
-}
-
 } // namespace
 
 i16 Parse_fif_brackets(const QString& stem, i16 bracket_kind, i16 show_mode)
@@ -74,13 +68,20 @@ i16 Check_file_for_fif(const QString& file_name)
     // Always the current folder, on purpose, also for a file that lies in another one.
     if (!id3().load_and_has_tag(shared.current_folder + file_name))
         return 0;
-    const FifFields fields = {.artist = trimmed_and_cleaned(text_box_text(id3().Artist())),
-                              .title = trimmed_and_cleaned(text_box_text(id3().Title())),
-                              .genre = genre_of_tag()};
+    const FifFields texts = texts_of_tag();
+    const FifFields fields = {
+        .artist = trimmed_and_cleaned(texts.artist), .title = trimmed_and_cleaned(texts.title), .genre = texts.genre};
     if (fields.artist.isEmpty() || fields.title.isEmpty())
         return 0;
     store_in_results(fields);
     return 2;
+}
+
+FifFields texts_of_tag()
+{
+    return {.artist = text_box_text(id3().Artist()),
+            .title = text_box_text(id3().Title()),
+            .genre = fif_genre_spelling(id3().GenreText(id3().Genre()))};
 }
 
 QString Compose_fif_name(const QString& artist, const QString& title, const QString& genre,
@@ -102,9 +103,8 @@ void Clear_read_only(const QString& path)
     });
 }
 
-void Write_fif_tag(const QString& path, const QString& artist, const QString& title, QString& genre)
+void set_fif_tag(const QString& path, const QString& artist, const QString& title, QString& genre)
 {
-    Clear_read_only(path);
     id3().set_FileName(path);
     id3().set_Artist(artist);
     id3().set_Title(title);
@@ -112,6 +112,12 @@ void Write_fif_tag(const QString& path, const QString& artist, const QString& ti
     const i16 index = id3().Genre_index(genre);
     if (index >= 0)
         id3().set_Genre(index);
+}
+
+void Write_fif_tag(const QString& path, const QString& artist, const QString& title, QString& genre)
+{
+    Clear_read_only(path);
+    set_fif_tag(path, artist, title, genre);
     if (!id3().WriteTag())
         show_message(msg_tag_write_failed);
 }
