@@ -31,14 +31,14 @@ bool turns_direction(QChar character)
     }
 }
 
+} // namespace
+
 bool is_drawn(QChar character)
 {
     const QChar::Category category = character.category();
     return category != QChar::Other_Control && category != QChar::Separator_Line &&
            category != QChar::Separator_Paragraph && !turns_direction(character);
 }
-
-} // namespace
 
 QString display_text(const QString& text)
 {

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <QChar>
 #include <QString>
+
+/// Whether a character shows as itself: no control character, line break or mark that turns the direction of writing.
+bool is_drawn(QChar character);
 
 /// A text as one line of a list, tree or message shows it: up to its first NUL; control characters, line breaks and
 /// marks that turn the direction of writing as blanks. Names are data and may hold anything; a row keeps its height all
