@@ -6,8 +6,6 @@
 #include <QByteArrayView>
 
 #include <array>
-#include <optional>
-#include <span>
 
 namespace {
 
@@ -35,18 +33,6 @@ std::optional<TagBlock> last_block(const BinaryFile& file)
     return block;
 }
 
-/// Writes `bytes` over the beginning of the file's last 128 bytes, over file number 1; gives whether it was done.
-bool overwrite_last_block(const QString& path, std::span<const char> bytes)
-{
-    const BinaryFile file(path, BinaryFile::Access::write);
-    if (!opens_as_number_1(file))
-        return false;
-    const bool written = file.write_at(file.length() - tag_bytes, bytes);
-    if (!written)
-        shared.file_number_1_open = 1;
-    return written;
-}
-
 bool is_tag(const TagBlock& block)
 {
     return QByteArrayView(block).first(3).compare("TAG", Qt::CaseInsensitive) == 0;
@@ -61,14 +47,15 @@ bool cIDV3::load_and_has_tag(const QString& path)
     // A file that exists and can't be opened keeps its name and is analysed as an empty one.
     const bool exists = file.is_open() || shared.fso.FileExists(path);
     file_name_ = exists ? path : QString();
-    was_opened_ = file.is_open();
-    return exists && load_file(file);
+    loaded_ = file.identity();
+    is_tagged_ = exists && load_file(file);
+    return is_tagged_;
 }
 
 bool cIDV3::ClearTag()
 {
     constexpr std::array<char, tag_bytes - 1> nothing{};
-    return overwrite_last_block(file_name_, nothing);
+    return overwrite_last_block(nothing);
 }
 
 bool cIDV3::HasTag() const
@@ -79,14 +66,30 @@ bool cIDV3::HasTag() const
 
 bool cIDV3::WriteTag()
 {
-    // The fields that nobody set would overwrite those of a tag that could not be asked for.
-    if (!was_opened_)
-        return false;
+    const QByteArray block = tag_block();
+    return overwrite_last_block(std::span(block.constData(), static_cast<std::size_t>(block.size())));
+}
+
+QByteArray cIDV3::tag_block() const
+{
     QByteArray block = "TAG";
     for (const TagField* field : text_fields())
         block += field->bytes();
     block += static_cast<char>(genre_);
-    return overwrite_last_block(file_name_, std::span(block.constData(), static_cast<std::size_t>(block.size())));
+    return block;
+}
+
+/// Writes `bytes` over the beginning of the file's last 128 bytes, over file number 1; gives whether it was done.
+bool cIDV3::overwrite_last_block(std::span<const char> bytes) const
+{
+    const BinaryFile file(file_name_, BinaryFile::Access::write);
+    // The fields that nobody set are those of the loaded file; no other file's tag may be lost to them.
+    if (!opens_as_number_1(file) || file.identity() != loaded_)
+        return false;
+    const bool written = file.write_at(file.length() - tag_bytes, bytes);
+    if (!written)
+        shared.file_number_1_open = 1;
+    return written;
 }
 
 void cIDV3::reset_fields()

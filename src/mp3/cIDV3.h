@@ -2,14 +2,15 @@
 
 #include "mp3/TagField.h"
 #include "mp3/mpeg_header.h"
+#include "platform/BinaryFile.h"
 #include "platform/GenreBox.h"
 #include "platform/numbers.h"
 
 #include <QString>
 
 #include <array>
-
-class BinaryFile;
+#include <optional>
+#include <span>
 
 /// The program's one reader and writer of MP3 file contents: the ID3v1 tag in a file's last 128 bytes and the facts of
 /// its first MPEG audio frame. It holds one file at a time. Nothing is reported but by results.
@@ -43,6 +44,10 @@ public:
     const QString& FileName() const { return file_name_; }
     /// set_FileName followed at once by HasTag, with a single opening of the file.
     bool load_and_has_tag(const QString& path);
+    /// Whether the file could be opened when it was loaded.
+    bool was_opened() const { return loaded_.has_value(); }
+    /// Whether it had a tag then.
+    bool is_tagged() const { return is_tagged_; }
 
     QString Comments() const { return comments_.text(); }
     void set_Comments(const QString& text) { comments_.set(text); }
@@ -60,13 +65,16 @@ public:
     void set_Genre(i32 value) { genre_ = checked<std::uint8_t>(value); }
 
     /// Blanks the last 128 bytes of the file but the very last one, whether or not they are a tag. Gives whether it
-    /// was done.
+    /// was done; only the file that was loaded is written.
     bool ClearTag();
     /// Whether the file ends in a tag: its last 128 bytes begin with "TAG", case ignored. Asks the disk each time.
     bool HasTag() const;
     /// Writes the tag over the last 128 bytes of the file, whether or not they are a tag; the file keeps its length.
-    /// Gives whether it was done. Not done when the file was there and could not be opened as it was loaded.
+    /// Gives whether it was done; only the file that was loaded is written. A file that was there and could not be
+    /// opened, or another one that has taken its name, stays as it is.
     bool WriteTag();
+    /// The 128 bytes that WriteTag writes.
+    QByteArray tag_block() const;
 
     /// The list spelling of a genre index, empty outside 0 to 147.
     QString GenreText(i16 index) const;
@@ -83,11 +91,14 @@ public:
 private:
     /// The text fields in the order of the file.
     std::array<TagField*, 5> text_fields() { return {&title_, &artist_, &album_, &year_, &comments_}; }
+    std::array<const TagField*, 5> text_fields() const { return {&title_, &artist_, &album_, &year_, &comments_}; }
     void reset_fields();
     bool load_file(const BinaryFile& file);
+    bool overwrite_last_block(std::span<const char> bytes) const;
 
     QString file_name_;
-    bool was_opened_ = false; ///< the file could be, when it was loaded
+    std::optional<BinaryFile::Identity> loaded_; ///< the file behind the name; nothing when it could not be opened
+    bool is_tagged_ = false;
     TagField title_{30};
     TagField artist_{30};
     TagField album_{30};

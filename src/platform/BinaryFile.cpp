@@ -44,6 +44,7 @@ BinaryFile::BinaryFile(const QString& path, Access access)
         return;
     }
     descriptor_ = descriptor;
+    identity_ = {.volume = status.st_dev, .number = status.st_ino};
     length_ = status.st_size;
 }
 

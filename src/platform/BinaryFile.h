@@ -3,6 +3,9 @@
 #include <QByteArray>
 #include <QString>
 
+#include <sys/types.h>
+
+#include <optional>
 #include <span>
 
 /// A regular file opened for positioned reads, or for reads and writes. Closed when it goes.
@@ -22,7 +25,18 @@ public:
     BinaryFile(const BinaryFile&) = delete;
     BinaryFile& operator=(const BinaryFile&) = delete;
 
+    /// What tells a file from all others, whatever name it bears.
+    struct Identity
+    {
+        dev_t volume = 0;
+        ino_t number = 0;
+
+        bool operator==(const Identity&) const = default;
+    };
+
     bool is_open() const { return descriptor_ >= 0; }
+    /// Nothing when the file is not open.
+    const std::optional<Identity>& identity() const { return identity_; }
     /// Bytes that the file had when it was opened.
     qint64 length() const { return length_; }
     /// Reads up to `bytes.size()` bytes from `offset` on; gives how many came, less at the end of the file or after
@@ -36,5 +50,6 @@ private:
     qint64 write_all(qint64 offset, std::span<const char> bytes) const;
 
     int descriptor_ = -1;
+    std::optional<Identity> identity_;
     qint64 length_ = 0;
 };

@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdio>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -112,6 +114,7 @@ private Q_SLOTS:
     void writing_twice_changes_nothing_more();
     void clearing_keeps_the_last_byte();
     void a_read_only_file_is_not_changed();
+    void a_file_that_took_the_name_of_the_loaded_one_is_not_changed();
     void a_short_file_ends_all_tags_of_the_run_data();
     void a_short_file_ends_all_tags_of_the_run();
     void HasTag_on_a_file_cut_short_ends_all_tags();
@@ -573,6 +576,20 @@ void TestIdv3::a_read_only_file_is_not_changed()
     QVERIFY(!reader.ClearTag());
     QCOMPARE(disk_->read(path), content);
     QVERIFY(reader.HasTag());
+    QCOMPARE(int{shared.file_number_1_open}, 0);
+}
+
+void TestIdv3::a_file_that_took_the_name_of_the_loaded_one_is_not_changed()
+{
+    disk_->write(path, audio);
+    disk_->write(other_path, audio + mixed_tag());
+    cIDV3 reader;
+    reader.set_FileName(path);
+    reader.set_Title(u"New"_s);
+    QCOMPARE(std::rename(disk_->native(other_path).constData(), disk_->native(path).constData()), 0);
+    QVERIFY(!reader.WriteTag());
+    QVERIFY(!reader.ClearTag());
+    QCOMPARE(disk_->read(path), audio + mixed_tag());
     QCOMPARE(int{shared.file_number_1_open}, 0);
 }
 
