@@ -326,6 +326,9 @@ QByteArray wrong_in(const Run& result, const Run& undisturbed, const Scene& scen
         return "neither old nor new: " + thing;
     if (result.is_done && result.after != undisturbed.after && result.told == undisturbed.told)
         return "not done, and not told";
+    // Nobody else is at work; a disk that denies a file makes it look as if.
+    if (fault.error != ENOENT && !result.told.filter(own_word(Word::reason_changed_later)).isEmpty())
+        return "told of a change that nobody made";
     if (result.has_left_files_open)
         return "left files open";
     if (result.failed_call.isEmpty() && !result.is_done)

@@ -134,21 +134,23 @@ int rename_over(const QByteArray& source, const QByteArray& target, const struct
 
 int remove_unchanged(const QByteArray& native, const struct stat& state, const RenameCalls& calls)
 {
-    const auto is_in_state = [&state](const QByteArray& path) {
+    const auto error_at = [&state](const QByteArray& path) {
         const std::optional<struct stat> present = status_of(path);
-        return present && is_same_state(*present, state);
+        if (!present)
+            return errno == ENOENT ? ESTALE : errno;
+        return is_same_state(*present, state) ? 0 : ESTALE;
     };
-    if (!is_in_state(native))
-        return ESTALE;
+    int error = error_at(native);
+    if (error != 0)
+        return error;
     // Under a name that nobody else knows, nothing can take its place any more.
     const QByteArray hidden = hidden_name_in(DiskPlace{.native = native, .shown = {}}.folder());
-    int error = rename_without_replacing(native, hidden, calls);
+    error = rename_without_replacing(native, hidden, calls);
     if (error != 0)
         return error == ENOENT ? ESTALE : error;
-    if (is_in_state(hidden))
-        error = unlink(hidden.constData()) == 0 ? 0 : errno;
-    else
-        error = ESTALE;
+    error = error_at(hidden);
+    if (error == 0 && unlink(hidden.constData()) != 0)
+        error = errno;
     if (error != 0)
         rename_without_replacing(hidden, native, calls);
     return error;

@@ -413,9 +413,9 @@ bool Transfer::delete_source(const Arrival& arrival)
         return false;
     }
     const std::optional<Status> target = status_of(arrival.target);
-    const bool has_arrived =
-        target && is_same_file(*target, arrival.target_status) && target->st_size == arrival.target_status.st_size;
-    const int error = has_arrived ? remove_unchanged(native, arrival.source_status, calls_.rename) : ESTALE;
+    int error = target || errno == ENOENT ? ESTALE : errno;
+    if (target && is_same_file(*target, arrival.target_status) && target->st_size == arrival.target_status.st_size)
+        error = remove_unchanged(native, arrival.source_status, calls_.rename);
     if (error == ESTALE)
         run_.report(arrival.source, Word::reason_changed_later);
     else if (error != 0)
