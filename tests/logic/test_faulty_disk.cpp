@@ -48,6 +48,8 @@ private Q_SLOTS:
     void calls_of_the_toolkit_are_seen();
     void calls_elsewhere_are_not_seen();
     void the_nth_call_alone_fails();
+    void a_full_or_read_only_disk_can_be_read_data();
+    void a_full_or_read_only_disk_can_be_read();
     void a_lasting_fault_lasts();
     void a_short_transfer_does_half();
     void a_fault_may_come_in_the_middle_of_a_transfer();
@@ -148,6 +150,36 @@ void TestFaultyDisk::the_nth_call_alone_fails()
         QCOMPARE(errors, expected);
         QCOMPARE(failed, nth <= 3 ? "access " + disk.native(u"C:\\a.mp3"_s) : QByteArray());
     }
+}
+
+void TestFaultyDisk::a_full_or_read_only_disk_can_be_read_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("full") << ENOSPC;
+    QTest::newRow("read-only") << EROFS;
+}
+
+void TestFaultyDisk::a_full_or_read_only_disk_can_be_read()
+{
+    QFETCH(const int, error);
+    const TestDisk disk;
+    disk.write(u"C:\\a.mp3"_s, "a");
+    const QByteArray native = disk.native(u"C:\\a.mp3"_s);
+    const auto error_of = [](int result) { return result < 0 ? errno : 0; };
+    QList<int> errors;
+    with_fault({disk.root()}, 1, {.name = "row", .error = error, .lasts = true}, [&] {
+        std::array<char, 1> byte{};
+        const int file = ::open(native.constData(), O_RDONLY | O_CLOEXEC);
+        errors = {error_of(file),
+                  error_of(::access(native.constData(), R_OK)),
+                  error_of(static_cast<int>(::pread(file, byte.data(), byte.size(), 0))),
+                  error_of(::open(native.constData(), O_RDWR | O_CLOEXEC)),
+                  error_of(::open((native + 'x').constData(), O_RDONLY | O_CREAT | O_CLOEXEC, S_IRUSR)),
+                  error_of(static_cast<int>(::pwrite(file, "b", 1, 0))),
+                  error_of(::rename(native.constData(), (native + 'x').constData()))};
+        ::close(file);
+    });
+    QCOMPARE(errors, (QList<int>{0, 0, 0, error, error, error, error}));
 }
 
 void TestFaultyDisk::a_lasting_fault_lasts()

@@ -75,6 +75,25 @@ QByteArray path_of(int folder, const char* name)
     return *name == '\0' ? path_of(folder) : path_of(folder) + '/' + name;
 }
 
+/// What a call does with the disk.
+enum class Deed
+{
+    looks,
+    reads,
+    changes,
+    writes
+};
+
+/// Whether a fault counts such a call. A disk that is full or read-only can still be read.
+bool strikes(const DiskFault& fault, Deed deed)
+{
+    if (fault.is_short())
+        return deed == Deed::reads || deed == Deed::writes;
+    if (fault.error == ENOSPC || fault.error == EROFS)
+        return deed == Deed::changes || deed == Deed::writes;
+    return true;
+}
+
 enum class Verdict
 {
     goes_on,
@@ -82,9 +101,9 @@ enum class Verdict
     comes_short
 };
 
-Verdict judge(Plan& now, const char* call, const QByteArray& native, bool is_transfer)
+Verdict judge(Plan& now, Deed deed, const char* call, const QByteArray& native)
 {
-    if (now.calls_until_fault == 0 || (now.fault.is_short() && !is_transfer))
+    if (now.calls_until_fault == 0 || !strikes(now.fault, deed))
         return Verdict::goes_on;
     if (now.calls_until_fault > 1) {
         --now.calls_until_fault;
@@ -93,7 +112,7 @@ Verdict judge(Plan& now, const char* call, const QByteArray& native, bool is_tra
     const bool is_first = now.failed_call.isEmpty();
     if (is_first)
         now.failed_call = QByteArray(call) + ' ' + native;
-    if (is_first && is_transfer && now.fault.halves_first)
+    if (is_first && now.fault.halves_first && (deed == Deed::reads || deed == Deed::writes))
         return Verdict::comes_short;
     if (!now.fault.lasts)
         now.calls_until_fault = 0;
@@ -102,7 +121,7 @@ Verdict judge(Plan& now, const char* call, const QByteArray& native, bool is_tra
 }
 
 /// What is to become of a call that touches one of the paths.
-Verdict verdict(const char* call, const std::function<QByteArrayList()>& paths, bool is_transfer = false)
+Verdict verdict(Deed deed, const char* call, const std::function<QByteArrayList()>& paths)
 {
     if (is_inside || plan == nullptr)
         return Verdict::goes_on;
@@ -119,7 +138,7 @@ Verdict verdict(const char* call, const std::function<QByteArrayList()>& paths, 
         if (now.watch)
             now.watch(call, native);
         errno = old_errno;
-        result = judge(now, call, native, is_transfer);
+        result = judge(now, deed, call, native);
         break;
     }
     is_inside = false;
@@ -128,39 +147,40 @@ Verdict verdict(const char* call, const std::function<QByteArrayList()>& paths, 
     return result;
 }
 
-bool fails(const char* call, const char* path)
+bool fails(Deed deed, const char* call, const char* path)
 {
-    return verdict(call, [&] { return QByteArrayList{path_of(AT_FDCWD, path)}; }) == Verdict::fails;
+    return verdict(deed, call, [&] { return QByteArrayList{path_of(AT_FDCWD, path)}; }) == Verdict::fails;
 }
 
-bool fails(const char* call, int folder, const char* name)
+bool fails(Deed deed, const char* call, int folder, const char* name)
 {
-    return verdict(call, [&] { return QByteArrayList{path_of(folder, name)}; }) == Verdict::fails;
+    return verdict(deed, call, [&] { return QByteArrayList{path_of(folder, name)}; }) == Verdict::fails;
 }
 
-bool fails(const char* call, int file)
+bool fails(Deed deed, const char* call, int file)
 {
-    return verdict(call, [&] { return QByteArrayList{path_of(file)}; }) == Verdict::fails;
+    return verdict(deed, call, [&] { return QByteArrayList{path_of(file)}; }) == Verdict::fails;
 }
 
-bool fails(const char* call, const QByteArray& from, const QByteArray& to)
+bool fails(Deed deed, const char* call, const QByteArray& from, const QByteArray& to)
 {
-    return verdict(call, [&] { return QByteArrayList{from, to}; }) == Verdict::fails;
+    return verdict(deed, call, [&] { return QByteArrayList{from, to}; }) == Verdict::fails;
+}
+
+/// What opening a file does with the disk.
+Deed deed_of_opening(int flags)
+{
+    return (flags & O_ACCMODE) == O_RDONLY && (flags & O_CREAT) == 0 ? Deed::looks : Deed::changes;
 }
 
 /// How many bytes a transfer may do; -1 when it fails.
-ssize_t allowed(const char* call, int file, size_t wanted)
+ssize_t allowed(Deed deed, const char* call, int file, size_t wanted)
 {
-    switch (verdict(
-        call, [&] { return QByteArrayList{path_of(file)}; }, true)) {
-    case Verdict::fails:
+    const Verdict result = verdict(deed, call, [&] { return QByteArrayList{path_of(file)}; });
+    if (result == Verdict::fails)
         return -1;
-    case Verdict::comes_short:
-        return static_cast<ssize_t>(wanted > 1 ? wanted / 2 : wanted);
-    case Verdict::goes_on:
-        break;
-    }
-    return static_cast<ssize_t>(wanted);
+    const bool halves = result == Verdict::comes_short && wanted > 1;
+    return static_cast<ssize_t>(halves ? wanted / 2 : wanted);
 }
 
 /// The function of the system behind ours.
@@ -215,7 +235,7 @@ extern "C" {
         const auto mode = va_arg(rest, mode_t);                                                                        \
         va_end(rest);                                                                                                  \
         static auto* const real = next<int(const char*, int, ...)>(#name);                                             \
-        return fails("open", path) ? -1 : real(path, flags, mode);                                                     \
+        return fails(deed_of_opening(flags), "open", path) ? -1 : real(path, flags, mode);                             \
     }
 OPEN(open)
 OPEN(open64)
@@ -228,39 +248,37 @@ OPEN(open64)
         const auto mode = va_arg(rest, mode_t);                                                                        \
         va_end(rest);                                                                                                  \
         static auto* const real = next<int(int, const char*, int, ...)>(#name);                                        \
-        return fails("open", folder, path) ? -1 : real(folder, path, flags, mode);                                     \
+        return fails(deed_of_opening(flags), "open", folder, path) ? -1 : real(folder, path, flags, mode);             \
     }
 OPENAT(openat)
 OPENAT(openat64)
 
 int __open_2(const char* path, int flags)
 {
-    static auto* const real = next<int(const char*, int)>("__open_2");
-    return fails("open", path) ? -1 : real(path, flags);
+    return open(path, flags);
 }
 
 int __openat_2(int folder, const char* path, int flags)
 {
-    static auto* const real = next<int(int, const char*, int)>("__openat_2");
-    return fails("open", folder, path) ? -1 : real(folder, path, flags);
+    return openat(folder, path, flags);
 }
 
 DIR* opendir(const char* path)
 {
     static auto* const real = next<DIR*(const char*)>("opendir");
-    return fails("opendir", path) ? nullptr : real(path);
+    return fails(Deed::looks, "opendir", path) ? nullptr : real(path);
 }
 
 DIR* fdopendir(int file)
 {
     static auto* const real = next<DIR*(int)>("fdopendir");
-    return fails("fdopendir", file) ? nullptr : real(file);
+    return fails(Deed::looks, "fdopendir", file) ? nullptr : real(file);
 }
 
 dirent* readdir(DIR* directory)
 {
     static auto* const real = next<dirent*(DIR*)>("readdir");
-    return fails("readdir", dirfd(directory)) ? nullptr : real(directory);
+    return fails(Deed::looks, "readdir", dirfd(directory)) ? nullptr : real(directory);
 }
 
 // Where transfers come short they do less than they were asked for, as the system may.
@@ -268,7 +286,7 @@ dirent* readdir(DIR* directory)
 ssize_t read(int file, void* bytes, size_t length)
 {
     static auto* const real = next<ssize_t(int, void*, size_t)>("read");
-    const ssize_t part = allowed("read", file, length);
+    const ssize_t part = allowed(Deed::reads, "read", file, length);
     return part < 0 ? -1 : real(file, bytes, static_cast<size_t>(part));
 }
 
@@ -281,7 +299,7 @@ ssize_t __read_chk(int file, void* bytes, size_t length, size_t /*room*/)
     ssize_t name(int file, void* bytes, size_t length, off_t offset)                                                   \
     {                                                                                                                  \
         static auto* const real = next<ssize_t(int, void*, size_t, off_t)>(#name);                                     \
-        const ssize_t part = allowed("pread", file, length);                                                           \
+        const ssize_t part = allowed(Deed::reads, "pread", file, length);                                              \
         return part < 0 ? -1 : real(file, bytes, static_cast<size_t>(part), offset);                                   \
     }
 PREAD(pread)
@@ -300,7 +318,7 @@ ssize_t __pread64_chk(int file, void* bytes, size_t length, off_t offset, size_t
 ssize_t write(int file, const void* bytes, size_t length)
 {
     static auto* const real = next<ssize_t(int, const void*, size_t)>("write");
-    const ssize_t part = allowed("write", file, length);
+    const ssize_t part = allowed(Deed::writes, "write", file, length);
     return part < 0 ? -1 : real(file, bytes, static_cast<size_t>(part));
 }
 
@@ -308,7 +326,7 @@ ssize_t write(int file, const void* bytes, size_t length)
     ssize_t name(int file, const void* bytes, size_t length, off_t offset)                                             \
     {                                                                                                                  \
         static auto* const real = next<ssize_t(int, const void*, size_t, off_t)>(#name);                               \
-        const ssize_t part = allowed("pwrite", file, length);                                                          \
+        const ssize_t part = allowed(Deed::writes, "pwrite", file, length);                                            \
         return part < 0 ? -1 : real(file, bytes, static_cast<size_t>(part), offset);                                   \
     }
 PWRITE(pwrite)
@@ -318,58 +336,52 @@ ssize_t copy_file_range(int source, off_t* source_offset, int target, off_t* tar
                         unsigned flags)
 {
     static auto* const real = next<ssize_t(int, off_t*, int, off_t*, size_t, unsigned)>("copy_file_range");
-    const ssize_t part = allowed("copy_file_range", target, length);
+    const ssize_t part = allowed(Deed::writes, "copy_file_range", target, length);
     return part < 0 ? -1 : real(source, source_offset, target, target_offset, static_cast<size_t>(part), flags);
 }
 
 int ftruncate(int file, off_t length) noexcept
 {
     static auto* const real = next<int(int, off_t)>("ftruncate");
-    return fails("ftruncate", file) ? -1 : real(file, length);
+    return fails(Deed::changes, "ftruncate", file) ? -1 : real(file, length);
 }
 
-int fsync(int file)
-{
-    static auto* const real = next<int(int)>("fsync");
-    return fails("fsync", file) ? -1 : real(file);
-}
-
-int fdatasync(int file)
-{
-    static auto* const real = next<int(int)>("fdatasync");
-    return fails("fdatasync", file) ? -1 : real(file);
-}
+#define SYNC(name)                                                                                                     \
+    int name(int file)                                                                                                 \
+    {                                                                                                                  \
+        static auto* const real = next<int(int)>(#name);                                                               \
+        return fails(Deed::changes, #name, file) ? -1 : real(file);                                                    \
+    }
+SYNC(fsync)
+SYNC(fdatasync)
 
 int sync_file_range(int file, off_t offset, off_t length, unsigned flags)
 {
     static auto* const real = next<int(int, off_t, off_t, unsigned)>("sync_file_range");
-    return fails("sync_file_range", file) ? -1 : real(file, offset, length, flags);
+    return fails(Deed::changes, "sync_file_range", file) ? -1 : real(file, offset, length, flags);
 }
 
-int rename(const char* from, const char* to) noexcept
-{
-    static auto* const real = next<int(const char*, const char*)>("rename");
-    return fails("rename", QByteArray(from), QByteArray(to)) ? -1 : real(from, to);
-}
+#define NAME(name)                                                                                                     \
+    int name(const char* from, const char* to) noexcept                                                                \
+    {                                                                                                                  \
+        static auto* const real = next<int(const char*, const char*)>(#name);                                          \
+        return fails(Deed::changes, #name, QByteArray(from), QByteArray(to)) ? -1 : real(from, to);                    \
+    }
+NAME(rename)
+NAME(link)
 
 int renameat2(int from_folder, const char* from, int to_folder, const char* to, unsigned flags) noexcept
 {
     static auto* const real = next<int(int, const char*, int, const char*, unsigned)>("renameat2");
-    return fails("renameat2", path_of(from_folder, from), path_of(to_folder, to))
+    return fails(Deed::changes, "renameat2", path_of(from_folder, from), path_of(to_folder, to))
                ? -1
                : real(from_folder, from, to_folder, to, flags);
-}
-
-int link(const char* from, const char* to) noexcept
-{
-    static auto* const real = next<int(const char*, const char*)>("link");
-    return fails("link", QByteArray(from), QByteArray(to)) ? -1 : real(from, to);
 }
 
 int linkat(int from_folder, const char* from, int to_folder, const char* to, int flags) noexcept
 {
     static auto* const real = next<int(int, const char*, int, const char*, int)>("linkat");
-    return fails("linkat", path_of(from_folder, from), path_of(to_folder, to))
+    return fails(Deed::changes, "linkat", path_of(from_folder, from), path_of(to_folder, to))
                ? -1
                : real(from_folder, from, to_folder, to, flags);
 }
@@ -377,44 +389,41 @@ int linkat(int from_folder, const char* from, int to_folder, const char* to, int
 int symlink(const char* leads_to, const char* path) noexcept
 {
     static auto* const real = next<int(const char*, const char*)>("symlink");
-    return fails("symlink", path) ? -1 : real(leads_to, path);
+    return fails(Deed::changes, "symlink", path) ? -1 : real(leads_to, path);
 }
 
 ssize_t readlink(const char* path, char* leads_to, size_t room) noexcept
 {
     static auto* const real = next<ssize_t(const char*, char*, size_t)>("readlink");
-    return fails("readlink", path) ? -1 : real(path, leads_to, room);
+    return fails(Deed::looks, "readlink", path) ? -1 : real(path, leads_to, room);
 }
 
-int unlink(const char* path) noexcept
-{
-    static auto* const real = next<int(const char*)>("unlink");
-    return fails("unlink", path) ? -1 : real(path);
-}
+#define REMOVE(name)                                                                                                   \
+    int name(const char* path) noexcept                                                                                \
+    {                                                                                                                  \
+        static auto* const real = next<int(const char*)>(#name);                                                       \
+        return fails(Deed::changes, #name, path) ? -1 : real(path);                                                    \
+    }
+REMOVE(unlink)
+REMOVE(rmdir)
 
 int unlinkat(int folder, const char* name, int flags) noexcept
 {
     static auto* const real = next<int(int, const char*, int)>("unlinkat");
-    return fails("unlinkat", folder, name) ? -1 : real(folder, name, flags);
-}
-
-int rmdir(const char* path) noexcept
-{
-    static auto* const real = next<int(const char*)>("rmdir");
-    return fails("rmdir", path) ? -1 : real(path);
+    return fails(Deed::changes, "unlinkat", folder, name) ? -1 : real(folder, name, flags);
 }
 
 int mkdir(const char* path, mode_t mode) noexcept
 {
     static auto* const real = next<int(const char*, mode_t)>("mkdir");
-    return fails("mkdir", path) ? -1 : real(path, mode);
+    return fails(Deed::changes, "mkdir", path) ? -1 : real(path, mode);
 }
 
 #define STAT(name, type)                                                                                               \
     int name(const char* path, type* status) noexcept                                                                  \
     {                                                                                                                  \
         static auto* const real = next<int(const char*, type*)>(#name);                                                \
-        return fails(#name, path) ? -1 : real(path, status);                                                           \
+        return fails(Deed::looks, #name, path) ? -1 : real(path, status);                                              \
     }
 STAT(stat, struct stat)
 STAT(lstat, struct stat)
@@ -425,7 +434,7 @@ STAT(lstat64, struct stat64)
     int name(int file, type* status) noexcept                                                                          \
     {                                                                                                                  \
         static auto* const real = next<int(int, type*)>(#name);                                                        \
-        return fails(#name, file) ? -1 : real(file, status);                                                           \
+        return fails(Deed::looks, #name, file) ? -1 : real(file, status);                                              \
     }
 FSTAT(fstat, struct stat)
 FSTAT(fstat64, struct stat64)
@@ -433,55 +442,55 @@ FSTAT(fstat64, struct stat64)
 int fstatat(int folder, const char* name, struct stat* status, int flags) noexcept
 {
     static auto* const real = next<int(int, const char*, struct stat*, int)>("fstatat");
-    return fails("fstatat", folder, name) ? -1 : real(folder, name, status, flags);
+    return fails(Deed::looks, "fstatat", folder, name) ? -1 : real(folder, name, status, flags);
 }
 
 int statx(int folder, const char* name, int flags, unsigned mask, struct statx* status) noexcept
 {
     static auto* const real = next<int(int, const char*, int, unsigned, struct statx*)>("statx");
-    return fails("statx", folder, name) ? -1 : real(folder, name, flags, mask, status);
+    return fails(Deed::looks, "statx", folder, name) ? -1 : real(folder, name, flags, mask, status);
 }
 
 int access(const char* path, int rights) noexcept
 {
     static auto* const real = next<int(const char*, int)>("access");
-    return fails("access", path) ? -1 : real(path, rights);
+    return fails(Deed::looks, "access", path) ? -1 : real(path, rights);
 }
 
 int faccessat(int folder, const char* name, int rights, int flags) noexcept
 {
     static auto* const real = next<int(int, const char*, int, int)>("faccessat");
-    return fails("faccessat", folder, name) ? -1 : real(folder, name, rights, flags);
+    return fails(Deed::looks, "faccessat", folder, name) ? -1 : real(folder, name, rights, flags);
 }
 
 char* realpath(const char* path, char* resolved) noexcept
 {
     static auto* const real = next<char*(const char*, char*)>("realpath");
-    return fails("realpath", path) ? nullptr : real(path, resolved);
+    return fails(Deed::looks, "realpath", path) ? nullptr : real(path, resolved);
 }
 
 int chmod(const char* path, mode_t mode) noexcept
 {
     static auto* const real = next<int(const char*, mode_t)>("chmod");
-    return fails("chmod", path) ? -1 : real(path, mode);
+    return fails(Deed::changes, "chmod", path) ? -1 : real(path, mode);
 }
 
 int fchmod(int file, mode_t mode) noexcept
 {
     static auto* const real = next<int(int, mode_t)>("fchmod");
-    return fails("fchmod", file) ? -1 : real(file, mode);
+    return fails(Deed::changes, "fchmod", file) ? -1 : real(file, mode);
 }
 
 int utimensat(int folder, const char* name, const timespec* times, int flags) noexcept
 {
     static auto* const real = next<int(int, const char*, const timespec*, int)>("utimensat");
-    return fails("utimensat", folder, name) ? -1 : real(folder, name, times, flags);
+    return fails(Deed::changes, "utimensat", folder, name) ? -1 : real(folder, name, times, flags);
 }
 
 int futimens(int file, const timespec* times) noexcept
 {
     static auto* const real = next<int(int, const timespec*)>("futimens");
-    return fails("futimens", file) ? -1 : real(file, times);
+    return fails(Deed::changes, "futimens", file) ? -1 : real(file, times);
 }
 
 } // extern "C"

@@ -26,8 +26,8 @@ struct DiskFault
 std::span<const DiskFault> disk_faults();
 
 /// Runs `work` while the `nth` call, from 1 on, that touches one of `folders` or what lies below goes wrong, on
-/// whatever thread. Of a short transfer, reads and writes alone are counted. Gives the call that went wrong first, such
-/// as "rename /tmp/x/a.mp3"; empty when there were fewer calls.
+/// whatever thread. Of a short transfer, reads and writes alone are counted; of ENOSPC and EROFS, the calls that change
+/// the disk. Gives the call that went wrong first, such as "rename /tmp/x/a.mp3"; empty when there were fewer calls.
 QByteArray with_fault(const QByteArrayList& folders, int nth, const DiskFault& fault,
                       const std::function<void()>& work);
 

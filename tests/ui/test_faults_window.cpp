@@ -186,7 +186,7 @@ void TestFaultsWindow::the_window_goes_on_whatever_fails()
     set_fatal_error_handler([&](const RunTimeError& error) { errors.append(error.number()); });
     for (int action = 1; action <= actions; ++action) {
         const DiskFault fault = disk_faults()[static_cast<std::size_t>(below(static_cast<int>(disk_faults().size())))];
-        const QByteArray failed = with_fault({disk_->root()}, 1 + below(40), fault, [this] { act(); });
+        const QByteArray failed = with_fault({disk_->root()}, 1 + below(20), fault, [this] { act(); });
         strikes += failed.isEmpty() ? 0 : 1;
         const QStringList old_names = std::exchange(names, names_on_disk());
         renames += names != old_names ? 1 : 0;
