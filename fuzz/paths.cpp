@@ -1,6 +1,7 @@
 // Names and paths between the disk and the program: no byte is lost, and no path leaves its drive.
 
 #include "platform/paths.h"
+#include "fixed_drive.h"
 #include "platform/drive_letters.h"
 #include "platform/drives.h"
 #include "platform/file_address.h"
@@ -15,21 +16,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Drive drive(const QString& letter, const QByteArray& mount_point)
-{
-    return {.DriveLetter = letter,
-            .Type = DriveType::fixed,
-            .VolumeName = {},
-            .IsReady = true,
-            .mount_point = mount_point,
-            .device = {}};
-}
-
 /// Drives within drives, one of them in a folder whose name is no UTF-8, and one that holds no medium.
 void set_some_drives()
 {
-    set_drives({drive(u"C"_s, "/"), drive(u"D"_s, "/media/disk"), drive(u"E"_s, "/media/disk/\xFF"), drive(u"F"_s, {}),
-                drive(u"H"_s, "/home/user")});
+    set_drives({fixed_drive(u"C"_s, "/"), fixed_drive(u"D"_s, "/media/disk"), fixed_drive(u"E"_s, "/media/disk/\xFF"),
+                fixed_drive(u"F"_s, {}), fixed_drive(u"H"_s, "/home/user")});
 }
 
 bool can_be_a_name(QByteArrayView bytes)

@@ -1,6 +1,6 @@
 #include "scratch_disks.h"
 
-#include "platform/drives.h"
+#include "fixed_drive.h"
 #include "platform/file_operation/disk_entry.h"
 #include "support.h"
 
@@ -21,16 +21,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 nanoseconds_per_second = 1'000'000'000;
-
-Drive drive(const QString& letter, const QByteArray& root)
-{
-    return {.DriveLetter = letter,
-            .Type = DriveType::fixed,
-            .VolumeName = {},
-            .IsReady = true,
-            .mount_point = root,
-            .device = {}};
-}
 
 QByteArray content_of(const QByteArray& native, const struct stat& status)
 {
@@ -81,7 +71,7 @@ ScratchDisks::ScratchDisks() : top_(disk_.root())
     QFile file(QFile::decodeName(secret()));
     require(file.open(QIODevice::WriteOnly) && file.write("secret") > 0, "a file can be made");
     qputenv("XDG_DATA_HOME", top_ + "/home/.local/share");
-    set_drives({drive(u"C"_s, c()), drive(u"D"_s, d())});
+    set_drives({fixed_drive(u"C"_s, c()), fixed_drive(u"D"_s, d())});
 }
 
 void ScratchDisks::clear() const

@@ -1,4 +1,4 @@
-#include "platform/drives.h"
+#include "fixed_drive.h"
 #include "platform/paths.h"
 #include "test_main.h"
 
@@ -10,16 +10,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-Drive fixed_drive(const QString& letter, const QByteArray& mount_point)
-{
-    return {.DriveLetter = letter,
-            .Type = DriveType::fixed,
-            .VolumeName = {},
-            .IsReady = true,
-            .mount_point = mount_point,
-            .device = {}};
-}
 
 /// A device that is mounted as a whole, whatever it is: it stands for a disc that came after the start.
 QByteArray any_mounted_device()

@@ -134,6 +134,54 @@ void type_into_box(const QWidget& form, const char* box, const QString& text)
     form.findChild<TextBox*>(QLatin1StringView(box))->set_Text(text);
 }
 
+/// Rows of a scene in which the file a.mp3 is in the player, or read-only.
+void add_states_of_the_file(const Scene& plain)
+{
+    const auto row = [&plain](const char* name, const std::function<void(Music&)>& make_so) {
+        Scene scene = plain;
+        scene.choice = [choice = plain.choice, make_so](Music& music) {
+            choice(music);
+            make_so(music);
+        };
+        QTest::newRow(name) << scene;
+    };
+    row("the file that plays", [](Music&) { play(u"a.mp3"_s); });
+    row("the file in the player, stopped", [](Music&) { stand_stopped(u"a.mp3"_s); });
+    row("a read-only file", [](Music& music) { music.make_read_only(u"a.mp3"_s); });
+}
+
+/// The scene where another file has the new name, so that a.mp3 keeps its own.
+Scene with_target_taken(Scene scene, const QString& new_name)
+{
+    scene.files = [files = scene.files, new_name](Music& music) {
+        files(music);
+        music.write(new_name, "Another", "File");
+    };
+    scene.result = {new_name, u"a.mp3"_s, u"stays.mp3"_s};
+    scene.bystanders = {new_name, u"stays.mp3"_s};
+    return scene;
+}
+
+/// The scene where the final list holds the new name from another folder; a.mp3 is called `last_name` in the end.
+Scene with_name_listed(Scene scene, const QString& new_name, const QString& last_name)
+{
+    const QString elsewhere = u"C:\\Other\\"_s + new_name;
+    scene.files = [files = scene.files, elsewhere](Music& music) {
+        files(music);
+        music.disk.write(elsewhere, marked_file("elsewhere", sample_tag(tag_of("Ann", "Sea"))));
+    };
+    scene.choice = [choice = scene.choice, new_name](Music& music) {
+        music.click_folder(u"C:\\Other"_s);
+        music.pick({new_name});
+        music.click_folder(u"C:\\Music"_s);
+        choice(music);
+    };
+    scene.result = {last_name, elsewhere, u"stays.mp3"_s};
+    scene.bystanders = {elsewhere, u"stays.mp3"_s};
+    scene.messages = {taken(new_name)};
+    return scene;
+}
+
 /// Scenes of one file, a.mp3, for which artist and title are typed.
 void add_typed_scenes()
 {
@@ -143,59 +191,20 @@ void add_typed_scenes()
     const auto picked = [](Music& music) { music.pick({u"a.mp3"_s}); };
     const Scene plain = {.files = one_file, .choice = picked, .result = {new_name, u"stays.mp3"_s}};
     QTest::newRow("a file") << plain;
+    add_states_of_the_file(plain);
+    // The file keeps its name.
+    QTest::newRow("a name that is listed already") << with_name_listed(plain, new_name, u"a.mp3"_s);
 
     Scene scene = plain;
-    scene.choice = [=](Music& music) {
-        picked(music);
-        play(u"a.mp3"_s);
-    };
-    QTest::newRow("the file that plays") << scene;
-    scene.choice = [=](Music& music) {
-        picked(music);
-        stand_stopped(u"a.mp3"_s);
-    };
-    QTest::newRow("the file in the player, stopped") << scene;
-
-    scene = plain;
-    scene.choice = [=](Music& music) {
-        picked(music);
-        music.make_read_only(u"a.mp3"_s);
-    };
-    QTest::newRow("a read-only file") << scene;
-
-    scene = plain;
     scene.files = [](Music& music) {
         music.disk.write(folder + u"a.mp3"_s, marked_file("a.mp3", QByteArray(128, '~')));
     };
     scene.result = {u"[Ann][Sea].mp3"_s, u"stays.mp3"_s};
     QTest::newRow("a file without a tag") << scene;
 
-    scene = plain;
-    scene.files = [=](Music& music) {
-        one_file(music);
-        music.write(new_name, "Another", "File");
-    };
-    scene.result = {new_name, u"a.mp3"_s, u"stays.mp3"_s};
-    scene.bystanders = {new_name, u"stays.mp3"_s};
+    scene = with_target_taken(plain, new_name);
     scene.messages = {new_name + u" already exists"_s};
     QTest::newRow("an existing target") << scene;
-
-    const QString elsewhere = u"C:\\Other\\"_s + new_name;
-    scene = plain;
-    scene.files = [=](Music& music) {
-        one_file(music);
-        music.disk.write(elsewhere, marked_file("elsewhere", sample_tag(tag_of("Ann", "Sea"))));
-    };
-    scene.choice = [=](Music& music) {
-        music.click_folder(u"C:\\Other"_s);
-        music.pick({new_name});
-        music.click_folder(u"C:\\Music"_s);
-        picked(music);
-    };
-    scene.result = {elsewhere, u"a.mp3"_s, u"stays.mp3"_s};
-    scene.bystanders = {elsewhere, u"stays.mp3"_s};
-    scene.messages = {taken(new_name)};
-    QTest::newRow("a name that is listed already") << scene;
 }
 
 } // namespace
@@ -290,64 +299,41 @@ void TestFaultsConverters::batch_conversion_data()
     const QString fif_name = u"[Old][Song][Pop].mp3"_s;
     const auto one_file = [](Music& music) { music.write(u"a.mp3"_s, "Ann", "Sea"); };
 
-    QTest::newRow("two files, and the tag of a FIF name")
-        << Scene{.files =
-                     [=](Music& music) {
-                         one_file(music);
-                         music.write(fif_name, "X", "Y", 3);
-                         music.write(u"b.mp3"_s, "Bob", "Sky");
-                     },
-                 .choice =
-                     [=](Music& music) {
-                         music.pick({u"a.mp3"_s, fif_name, u"b.mp3"_s});
-                     },
-                 .result = {new_name, u"[Bob][Sky][Rock].mp3"_s, fif_name, u"stays.mp3"_s},
-                 .told_messages = {taken(new_name)}};
-    QTest::newRow("two files of one new name") << Scene{.files =
-                                                            [=](Music& music) {
-                                                                one_file(music);
-                                                                music.write(u"b.mp3"_s, "Ann", "Sea");
-                                                            },
-                                                        .choice =
-                                                            [](Music& music) {
-                                                                music.pick({u"a.mp3"_s, u"b.mp3"_s});
-                                                            },
-                                                        .result = {new_name, u"b.mp3"_s, u"stays.mp3"_s},
-                                                        .messages = {taken(new_name)}};
-    QTest::newRow("the file that plays") << Scene{.files = one_file,
-                                                  .choice =
-                                                      [](Music& music) {
-                                                          music.pick({u"a.mp3"_s});
-                                                          play(u"a.mp3"_s);
-                                                      },
-                                                  .result = {new_name, u"stays.mp3"_s}};
-    QTest::newRow("the file in the player, stopped") << Scene{.files = one_file,
-                                                              .choice =
-                                                                  [](Music& music) {
-                                                                      music.pick({u"a.mp3"_s});
-                                                                      stand_stopped(u"a.mp3"_s);
-                                                                  },
-                                                              .result = {new_name, u"stays.mp3"_s}};
-    QTest::newRow("read-only files") << Scene{.files =
-                                                  [=](Music& music) {
-                                                      one_file(music);
-                                                      music.write(fif_name, "X", "Y", 3);
-                                                      music.make_read_only(u"a.mp3"_s);
-                                                      music.make_read_only(fif_name);
-                                                  },
-                                              .choice =
-                                                  [=](Music& music) {
-                                                      music.pick({u"a.mp3"_s, fif_name});
-                                                  },
-                                              .result = {new_name, fif_name, u"stays.mp3"_s}};
-    QTest::newRow("an existing target") << Scene{.files =
-                                                     [=](Music& music) {
-                                                         one_file(music);
-                                                         music.write(new_name, "Another", "File");
-                                                     },
-                                                 .choice = [](Music& music) { music.pick({u"a.mp3"_s}); },
-                                                 .result = {new_name, u"a.mp3"_s, u"stays.mp3"_s},
-                                                 .bystanders = {new_name, u"stays.mp3"_s}};
+    const Scene plain = {.files = one_file,
+                         .choice = [](Music& music) { music.pick({u"a.mp3"_s}); },
+                         .result = {new_name, u"stays.mp3"_s}};
+    add_states_of_the_file(plain);
+    QTest::newRow("an existing target") << with_target_taken(plain, new_name);
+
+    Scene scene = plain;
+    scene.files = [=](Music& music) {
+        one_file(music);
+        music.write(fif_name, "X", "Y", 3);
+        music.write(u"b.mp3"_s, "Bob", "Sky");
+    };
+    scene.choice = [=](Music& music) { music.pick({u"a.mp3"_s, fif_name, u"b.mp3"_s}); };
+    scene.result = {new_name, u"[Bob][Sky][Rock].mp3"_s, fif_name, u"stays.mp3"_s};
+    scene.told_messages = {taken(new_name)};
+    QTest::newRow("two files, and the tag of a FIF name") << scene;
+
+    scene = plain;
+    scene.files = [=](Music& music) {
+        one_file(music);
+        music.write(u"b.mp3"_s, "Ann", "Sea");
+    };
+    scene.choice = [](Music& music) { music.pick({u"a.mp3"_s, u"b.mp3"_s}); };
+    scene.result = {new_name, u"b.mp3"_s, u"stays.mp3"_s};
+    scene.messages = {taken(new_name)};
+    QTest::newRow("two files of one new name") << scene;
+
+    scene = plain;
+    scene.files = [=](Music& music) {
+        music.write(fif_name, "X", "Y", 3);
+        music.make_read_only(fif_name);
+    };
+    scene.choice = [=](Music& music) { music.pick({fif_name}); };
+    scene.result = {fif_name, u"stays.mp3"_s};
+    QTest::newRow("a read-only file with a FIF name") << scene;
 }
 
 void TestFaultsConverters::batch_conversion()
@@ -467,6 +453,10 @@ void TestFaultsConverters::auto_convert_data()
     };
     const auto picked = [](Music& music) { music.pick({u"a.mp3"_s}); };
     const Scene plain = {.files = one_file, .choice = picked, .result = {new_name, u"stays.mp3"_s}};
+    add_states_of_the_file(plain);
+    QTest::newRow("an existing target") << with_target_taken(plain, new_name);
+    // The file gets the name all the same.
+    QTest::newRow("a name that is listed already") << with_name_listed(plain, new_name, new_name);
 
     Scene scene = plain;
     scene.files = [=](Music& music) {
@@ -487,51 +477,6 @@ void TestFaultsConverters::auto_convert_data()
     scene.result = {new_name, u"a.mp3"_s, u"stays.mp3"_s};
     scene.told_messages = {taken(new_name)};
     QTest::newRow("two files of one new name") << scene;
-
-    scene = plain;
-    scene.choice = [=](Music& music) {
-        picked(music);
-        play(u"a.mp3"_s);
-    };
-    QTest::newRow("the file that plays") << scene;
-    scene.choice = [=](Music& music) {
-        picked(music);
-        stand_stopped(u"a.mp3"_s);
-    };
-    QTest::newRow("the file in the player, stopped") << scene;
-
-    scene = plain;
-    scene.choice = [=](Music& music) {
-        picked(music);
-        music.make_read_only(u"a.mp3"_s);
-    };
-    QTest::newRow("a read-only file") << scene;
-
-    scene = plain;
-    scene.files = [=](Music& music) {
-        one_file(music);
-        music.write(new_name, "Another", "File");
-    };
-    scene.result = {new_name, u"a.mp3"_s, u"stays.mp3"_s};
-    scene.bystanders = {new_name, u"stays.mp3"_s};
-    QTest::newRow("an existing target") << scene;
-
-    const QString elsewhere = u"C:\\Other\\"_s + new_name;
-    scene = plain;
-    scene.files = [=](Music& music) {
-        one_file(music);
-        music.disk.write(elsewhere, marked_file("elsewhere", sample_tag(tag_of("Ann", "Sea"))));
-    };
-    scene.choice = [=](Music& music) {
-        music.click_folder(u"C:\\Other"_s);
-        music.pick({new_name});
-        music.click_folder(u"C:\\Music"_s);
-        picked(music);
-    };
-    scene.result = {new_name, elsewhere, u"stays.mp3"_s};
-    scene.bystanders = {elsewhere, u"stays.mp3"_s};
-    scene.messages = {taken(new_name)};
-    QTest::newRow("a name that is listed already") << scene;
 }
 
 void TestFaultsConverters::auto_convert()

@@ -118,6 +118,9 @@ private:
     /// An operation on the shelf, which `before` makes ready for it.
     FaultedOperation operation(const char* name, const std::function<void(Shelf&)>& before,
                                const std::function<void(Shelf&)>& act);
+    /// Proves that a drop on the folder Rock comes to `result`; `start` begins the drag.
+    void prove_drop(const QString& text, const std::function<void(Shelf&, QMimeData&)>& start,
+                    const QStringList& result);
     FaultedOperation copy_dialog(const char* name, const std::function<void()>& act);
     void open_copy_dialog();
 
@@ -372,42 +375,44 @@ void TestFaultsExplorer::a_folder_is_deleted()
 
 // A drop doesn't touch the final list: the record of a moved file stays behind.
 
-void TestFaultsExplorer::files_are_dropped()
+void TestFaultsExplorer::prove_drop(const QString& text, const std::function<void(Shelf&, QMimeData&)>& start,
+                                    const QStringList& result)
 {
     QMimeData data;
-    data.setText(u"one.mp3"_s);
+    data.setText(text);
     FaultedOperation drop = operation(
-        "drop of files",
+        "drop",
         [&](Shelf& shelf) {
             shelf.tick(u"one.mp3"_s);
-            shelf.select_rows({u"one.mp3"_s, u"two-2.mp3"_s});
-            Q_EMIT shelf.list_view.OLEStartDrag(data);
+            start(shelf, data);
         },
         [&](Shelf& shelf) { shelf.drop(data, u"C:\\Rock"_s); });
-    drop.result = {u"C:\\Rock\\one.mp3"_s, rock, u"C:\\Rock\\two-2.mp3"_s};
+    drop.result = result;
     drop.told_questions = {u"error C:\\"_s};
     drop.record_may_lag = true;
     prove_against_faults(drop);
 }
 
+void TestFaultsExplorer::files_are_dropped()
+{
+    prove_drop(u"one.mp3"_s,
+               [](Shelf& shelf, QMimeData& data) {
+                   shelf.select_rows({u"one.mp3"_s, u"two-2.mp3"_s});
+                   Q_EMIT shelf.list_view.OLEStartDrag(data);
+               },
+               {u"C:\\Rock\\one.mp3"_s, rock, u"C:\\Rock\\two-2.mp3"_s});
+}
+
 void TestFaultsExplorer::a_folder_is_dropped()
 {
-    QMimeData data;
-    data.setText(u"Pop"_s);
-    FaultedOperation drop = operation(
-        "drop of a folder",
-        [&](Shelf& shelf) {
-            shelf.tick(u"one.mp3"_s);
-            const QPoint pressed = shelf.on_node(u"C:\\Pop"_s);
-            shelf.go_to(u"C:"_s);
-            Q_EMIT shelf.tree_view.MouseDown(1, pressed);
-            Q_EMIT shelf.tree_view.OLEStartDrag(data);
-        },
-        [&](Shelf& shelf) { shelf.drop(data, u"C:\\Rock"_s); });
-    drop.result = {u"C:\\Rock\\Pop\\one.mp3"_s, u"C:\\Rock\\Pop\\two-2.mp3"_s, rock};
-    drop.told_questions = {u"error C:\\"_s};
-    drop.record_may_lag = true;
-    prove_against_faults(drop);
+    prove_drop(u"Pop"_s,
+               [](Shelf& shelf, QMimeData& data) {
+                   const QPoint pressed = shelf.on_node(u"C:\\Pop"_s);
+                   shelf.go_to(u"C:"_s);
+                   Q_EMIT shelf.tree_view.MouseDown(1, pressed);
+                   Q_EMIT shelf.tree_view.OLEStartDrag(data);
+               },
+               {u"C:\\Rock\\Pop\\one.mp3"_s, u"C:\\Rock\\Pop\\two-2.mp3"_s, rock});
 }
 
 void TestFaultsExplorer::open_copy_dialog()
