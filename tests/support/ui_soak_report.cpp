@@ -1,7 +1,5 @@
 #include "ui_soak_report.h"
 
-#include <QPixmapCache>
-
 #include <malloc.h>
 #include <unistd.h>
 
@@ -128,7 +126,6 @@ void SoakWatchdog::watch(int seconds)
 
 SoakResources SoakResources::now()
 {
-    QPixmapCache::clear(); // it keeps what was drawn, up to a limit of its own
     const std::size_t bytes = __sanitizer_get_current_allocated_bytes != nullptr
                                   ? __sanitizer_get_current_allocated_bytes()
                                   : mallinfo2().uordblks;

@@ -20,6 +20,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QPixmapCache>
 #include <QTest>
 #include <QTimer>
 
@@ -232,6 +233,7 @@ private:
 void TestSoak::initTestCase()
 {
     apply_look();
+    QPixmapCache::setCacheLimit(0); // the toolkit keeps the name of whatever was in it for good
     install_message_window(application_title());
     set_address_opener([this](const QUrl& /*address*/) { return ++results_.work[u"web page"_s] > 0; });
     set_file_chooser([this](const CommonDialog& /*dialog*/) {
