@@ -164,10 +164,12 @@ QString reason(int error)
 QByteArray content_of_size(qsizetype size)
 {
     constexpr qsizetype block_size = 65'521; // a prime, so that no chunk begins as another does
-    QByteArray block;
-    for (int number = 0; block.size() < block_size; ++number)
-        block += QByteArray::number(number, 36) + ',';
-    block.truncate(block_size);
+    static const QByteArray block = [] {
+        QByteArray numbers;
+        for (int number = 0; numbers.size() < block_size; ++number)
+            numbers += QByteArray::number(number, 36) + ',';
+        return numbers.first(block_size);
+    }();
     return block.repeated(size / block_size + 1).first(size);
 }
 
