@@ -1,0 +1,168 @@
+#include "companion/Change.h"
+
+#include "fif/mod_of_FIF.h"
+#include "platform/BinaryFile.h"
+#include "platform/FileSystemObject.h"
+#include "platform/file_operation/disk_entry.h"
+#include "platform/paths.h"
+#include "platform/rename_file.h"
+#include "platform/uninterrupted.h"
+
+#include <sys/stat.h>
+
+#include <array>
+#include <cerrno>
+
+namespace {
+
+constexpr int block_bytes = 128;
+
+qint64 time_of(const struct stat& status)
+{
+    constexpr qint64 second = 1'000'000'000;
+    return status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec;
+}
+
+Reason failure(const QByteArray& text)
+{
+    return {.code = Reason::not_done, .detail = text};
+}
+
+/// The last 128 bytes of an open file; empty when they can't be read.
+QByteArray last_block(const BinaryFile& file)
+{
+    QByteArray block(block_bytes, '\0');
+    const std::span bytes(block.data(), static_cast<std::size_t>(block.size()));
+    return file.read_at(file.length() - block_bytes, bytes) == block_bytes ? block : QByteArray();
+}
+
+bool write_block(const BinaryFile& file, const QByteArray& block)
+{
+    return file.write_at(file.length() - block_bytes,
+                         std::span(block.constData(), static_cast<std::size_t>(block.size())));
+}
+
+/// Whether each byte of `block` is one of those before or after: a write that was cut off leaves a part of both.
+bool is_between(const QByteArray& block, const Change::Block& change)
+{
+    if (block.size() != block_bytes)
+        return false;
+    for (qsizetype place = 0; place < block_bytes; ++place) {
+        if (block[place] != change.before[place] && block[place] != change.after[place])
+            return false;
+    }
+    return true;
+}
+
+/// Whether the file at a path is the one of the change, before, after or amid it.
+bool is_its_file(const QByteArray& native, const Change& change)
+{
+    const std::optional<struct stat> status = status_through_links(native);
+    if (!status || !S_ISREG(status->st_mode) || status->st_size != change.size)
+        return false;
+    if (!change.block)
+        return time_of(*status) == change.changed;
+    return is_between(last_block(BinaryFile(program_path(native), BinaryFile::Access::read)), *change.block);
+}
+
+bool stands(const QByteArray& native)
+{
+    return status_of(native).has_value() || errno != ENOENT;
+}
+
+/// Gives the file at a path its bytes and rights from before. Gives whether there was something to do.
+TakenBack take_block_back(const QByteArray& native, const Change::Block& block)
+{
+    const QString path = program_path(native);
+    TakenBack result;
+    if (last_block(BinaryFile(path, BinaryFile::Access::read)) != block.before) {
+        const BinaryFile file(path, BinaryFile::Access::write);
+        if (!file.is_open() || !write_block(file, block.before))
+            return {.reason = failure("its tag cannot be written: " + error_text(file.is_open() ? EIO : EACCES))};
+        result.had_to = true;
+    }
+    const std::optional<struct stat> status = status_through_links(native);
+    if (block.mode && status && (status->st_mode & ALLPERMS) == (*block.mode | S_IWUSR)) {
+        if (uninterrupted([&] { return chmod(native.constData(), *block.mode); }) != 0)
+            return {.had_to = true, .reason = failure("cannot be made read-only again: " + error_text(errno))};
+        result.had_to = true;
+    }
+    return result;
+}
+
+} // namespace
+
+Reason note_state(Change& change)
+{
+    const std::optional<struct stat> status = status_through_links(change.old_path());
+    if (!status)
+        return {.code = Reason::unreadable, .detail = error_text(errno)};
+    change.size = status->st_size;
+    change.changed = time_of(*status);
+    return {};
+}
+
+Reason add_block(Change& change, const QByteArray& after)
+{
+    const std::optional<struct stat> status = status_through_links(change.old_path());
+    const BinaryFile file(program_path(change.old_path()), BinaryFile::Access::read);
+    if (!status || !file.is_open())
+        return {.code = Reason::unreadable, .detail = error_text(errno)};
+    if (file.length() < block_bytes)
+        return {.code = Reason::too_short};
+    const QByteArray before = last_block(file);
+    if (before.isEmpty())
+        return {.code = Reason::unreadable, .detail = error_text(EIO)};
+    if (before == after)
+        return {};
+    change.block = {.before = before, .after = after, .mode = std::nullopt};
+    if ((status->st_mode & S_IWUSR) == 0)
+        change.block->mode = status->st_mode & ALLPERMS;
+    return {};
+}
+
+Reason perform(const Change& change)
+{
+    if (change.renames()) {
+        const int error = rename_without_replacing(change.old_path(), change.new_path());
+        if (error == EEXIST)
+            return {.code = Reason::exists};
+        if (error != 0)
+            return failure("cannot be renamed: " + error_text(error));
+    }
+    if (!change.block)
+        return {};
+    const QByteArray done = change.renames() ? "renamed, but " : "";
+    const QString path = program_path(change.new_path());
+    Clear_read_only(path);
+    const BinaryFile file(path, BinaryFile::Access::write);
+    if (!file.is_open())
+        return failure(done + "its tag cannot be written: no right to write it");
+    if (last_block(file) != change.block->before)
+        return failure(done + "its tag is left alone: it has changed meanwhile");
+    if (!write_block(file, change.block->after))
+        return failure(done + "its tag cannot be written: " + error_text(EIO));
+    return {};
+}
+
+TakenBack take_back(const Change& change)
+{
+    const bool stays = is_its_file(change.old_path(), change);
+    if (!stays && (!change.renames() || !is_its_file(change.new_path(), change))) {
+        const bool is_there = stands(change.new_path()) || stands(change.old_path());
+        return {.reason = {.code = is_there ? Reason::changed : Reason::gone}};
+    }
+    if (!stays && stands(change.old_path()))
+        return {.reason = {.code = Reason::taken}};
+    TakenBack result;
+    if (change.block)
+        result = take_block_back(stays ? change.old_path() : change.new_path(), *change.block);
+    if (stays || result.reason)
+        return result;
+    const int error = rename_without_replacing(change.new_path(), change.old_path());
+    if (error == EEXIST)
+        return {.had_to = true, .reason = {.code = Reason::taken}};
+    if (error != 0)
+        return {.had_to = true, .reason = failure("cannot be renamed: " + error_text(error))};
+    return {.had_to = true, .reason = {}};
+}

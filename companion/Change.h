@@ -1,0 +1,57 @@
+#pragma once
+
+#include "companion/Reason.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <sys/types.h>
+
+#include <optional>
+
+/// What a run does to one file: a new name in its folder, new bytes for its last 128, or both.
+struct Change
+{
+    /// The last 128 bytes of a file.
+    struct Block
+    {
+        QByteArray before;
+        QByteArray after;
+        std::optional<mode_t> mode; ///< rights before; there when the file is made writable first
+    };
+
+    QByteArray folder;       ///< absolute, with trailing slash
+    QByteArray shown_folder; ///< the same as the person wrote it
+    QByteArray old_name;
+    QByteArray new_name; ///< the old one where it stays
+    std::optional<Block> block;
+    qint64 size = 0;    ///< of the file before and after
+    qint64 changed = 0; ///< time of its last change before, in nanoseconds since 1970
+
+    bool renames() const { return new_name != old_name; }
+    QByteArray old_path() const { return folder + old_name; }
+    QByteArray new_path() const { return folder + new_name; }
+    QByteArray shown_path() const { return shown_folder + old_name; }
+};
+
+/// Notes the file's size and time; a reason when it can't be asked.
+Reason note_state(Change& change);
+
+/// Adds the writing of `after` over the last 128 bytes of the file at its old path, when they are not these bytes yet.
+/// A reason when that can't be done.
+Reason add_block(Change& change, const QByteArray& after);
+
+/// Does it: first the name, never replacing a file, and then the bytes, when they are still those noted. A reason when
+/// it was not done whole.
+Reason perform(const Change& change);
+
+/// How a change was taken back.
+struct TakenBack
+{
+    bool had_to = false; ///< there was something to take back
+    Reason reason;       ///< why nothing was done
+};
+
+/// Takes a change back, whether it was done whole, in part or not at all: first the bytes, then the name, never
+/// replacing a file. Refuses with nothing done what is not as the change found or left it.
+TakenBack take_back(const Change& change);

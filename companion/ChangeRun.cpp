@@ -1,0 +1,140 @@
+#include "companion/ChangeRun.h"
+
+#include "companion/shown_text.h"
+#include "companion/tag_text.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int status_cells = 9;
+
+/// A line of output: what happens, the path, and what there is to say.
+QByteArray status_line(const QByteArray& status, const QByteArray& path, const QByteArray& rest)
+{
+    QByteArray line;
+    append_cell(line, status, status_cells);
+    return line + shown(QByteArrayView(path)) + rest;
+}
+
+QByteArray status_of(const Change& change, bool is_done)
+{
+    if (change.renames())
+        return is_done ? "renamed" : "rename";
+    return is_done ? "tagged" : "tag";
+}
+
+QByteArray change_text(const Change& change)
+{
+    QByteArray text;
+    if (change.renames())
+        text += " -> " + shown(QByteArrayView(change.new_name));
+    if (change.block)
+        text += (change.renames() ? "; tag: " : ": ") + tag_change_text(change.block->before, change.block->after);
+    return text;
+}
+
+QByteArray files_text(qint64 count)
+{
+    return QByteArray::number(count) + (count == 1 ? " file" : " files");
+}
+
+} // namespace
+
+void ChangeRun::change(Change change)
+{
+    if (!order_.apply)
+        tell(change, {}, false);
+    else if (order_.writes_journal)
+        note(std::move(change));
+    else
+        make(change);
+}
+
+void ChangeRun::keep(const QByteArray& shown_path)
+{
+    ++kept_;
+    if (!output_.is_json())
+        return output_.write(status_line("keep", shown_path, {}));
+    QJsonObject object{{u"status"_s, u"keep"_s}};
+    put_bytes(object, u"path"_s, shown_path);
+    output_.write(object);
+}
+
+void ChangeRun::cannot(const QByteArray& shown_path, const Reason& reason, const QByteArray& new_name)
+{
+    ++failed_;
+    output_.fail();
+    if (!output_.is_json()) {
+        const QByteArray wanted = new_name.isEmpty() ? QByteArray() : " -> " + shown(QByteArrayView(new_name));
+        return output_.write(status_line("cannot", shown_path, wanted + ": " + reason.text()));
+    }
+    QJsonObject object{{u"status"_s, u"cannot"_s}};
+    put_bytes(object, u"path"_s, shown_path);
+    if (!new_name.isEmpty())
+        put_bytes(object, u"new_name"_s, new_name);
+    put_reason(object, reason);
+    output_.write(object);
+}
+
+void ChangeRun::note(Change change)
+{
+    if (const Reason reason = note_state(change))
+        return cannot(change.shown_path(), reason);
+    if (!journal_)
+        journal_ = std::make_unique<JournalWriter>(order_.journal.isEmpty() ? default_journal() : order_.journal);
+    journal_->add(change);
+}
+
+void ChangeRun::make(const Change& change)
+{
+    tell(change, perform(change), true);
+}
+
+void ChangeRun::tell(const Change& change, const Reason& reason, bool is_done)
+{
+    ++(reason ? failed_ : changed_);
+    if (reason)
+        output_.fail();
+    const QByteArray status = reason ? "failed" : status_of(change, is_done);
+    if (!output_.is_json()) {
+        const QByteArray why = reason ? ": " + reason.text() : QByteArray();
+        return output_.write(status_line(status, change.shown_path(), change_text(change) + why));
+    }
+    QJsonObject object{{u"status"_s, QString::fromLatin1(status)}};
+    put_bytes(object, u"path"_s, change.shown_path());
+    if (change.renames())
+        put_bytes(object, u"new_name"_s, change.new_name);
+    if (change.block) {
+        object.insert(u"tag_before"_s, tag_object(change.block->before));
+        object.insert(u"tag_after"_s, tag_object(change.block->after));
+    }
+    put_reason(object, reason);
+    output_.write(object);
+}
+
+void ChangeRun::finish()
+{
+    if (journal_) {
+        journal_->finish();
+        const JournalReader journal(journal_->path());
+        output_.remark("journal: " + shown(QByteArrayView(journal_->path())));
+        journal.each_forwards([this](const Change& change) {
+            make(change);
+            output_.step("changing");
+        });
+    }
+    tell_sum();
+}
+
+void ChangeRun::tell_sum()
+{
+    if (output_.is_json())
+        return;
+    const QByteArray rest = QByteArray::number(kept_) + " kept, " + QByteArray::number(failed_) + " not possible";
+    const QByteArray files = files_text(changed_ + kept_ + failed_) + ": " + QByteArray::number(changed_);
+    if (order_.apply)
+        output_.remark(files + " changed, " + rest);
+    else
+        output_.remark(files + " to change, " + rest + (changed_ > 0 ? "; --apply changes them" : ""));
+}

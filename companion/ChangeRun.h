@@ -1,0 +1,38 @@
+#pragma once
+
+#include "companion/Change.h"
+#include "companion/Journal.h"
+#include "companion/Output.h"
+#include "companion/command_line.h"
+
+#include <memory>
+
+/// What a command does with the changes that it decides on: it shows them, makes them at once, or notes all of them in
+/// a journal before it makes the first.
+class ChangeRun
+{
+public:
+    ChangeRun(const Order& order, Output& output) : order_(order), output_(output) {}
+
+    /// A file that gets what the change says.
+    void change(Change change);
+    /// A file that is as it should be.
+    void keep(const QByteArray& shown_path);
+    /// A file that can't get what it should; `new_name` the name that it can't have, empty for none.
+    void cannot(const QByteArray& shown_path, const Reason& reason, const QByteArray& new_name = {});
+    /// All files are decided on. Raises JournalError, with nothing changed, when the journal can't be written.
+    void finish();
+
+private:
+    void note(Change change);
+    void make(const Change& change);
+    void tell(const Change& change, const Reason& reason, bool is_done);
+    void tell_sum();
+
+    const Order& order_;
+    Output& output_;
+    std::unique_ptr<JournalWriter> journal_;
+    qint64 changed_ = 0;
+    qint64 kept_ = 0;
+    qint64 failed_ = 0;
+};

@@ -1,0 +1,172 @@
+#include "companion/FileWalk.h"
+
+#include "companion/NameList.h"
+#include "fif/fif_name.h"
+#include "platform/file_names.h"
+#include "platform/file_operation/disk_entry.h"
+#include "platform/paths.h"
+
+#include <QHash>
+
+#include <dirent.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+namespace {
+
+bool is_music(const QString& name)
+{
+    return name.endsWith(music_name_ending, Qt::CaseInsensitive);
+}
+
+QByteArray real_path(const QByteArray& path)
+{
+    const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.constData(), nullptr), std::free);
+    return QByteArray(real.get());
+}
+
+QByteArray with_slash(const QByteArray& path)
+{
+    return path.endsWith('/') ? path : path + '/';
+}
+
+quint64 mark_of(const struct stat& status)
+{
+    return qHashMulti(0, status.st_dev, status.st_ino);
+}
+
+/// What an entry of a folder is: DT_REG, DT_DIR or another of the system's types.
+unsigned char type_of(const dirent& entry, const QByteArray& folder)
+{
+    if (entry.d_type != DT_UNKNOWN)
+        return entry.d_type;
+    const std::optional<struct stat> status = status_of(folder + entry.d_name);
+    return status ? static_cast<unsigned char>(IFTODT(status->st_mode)) : entry.d_type;
+}
+
+} // namespace
+
+MusicFolder MusicFolder::of(QByteArray native, QByteArray shown)
+{
+    QString program = program_path(native);
+    if (!program.endsWith(u'\\'))
+        program += u'\\';
+    return {.native = with_slash(native), .program = std::move(program), .shown = std::move(shown)};
+}
+
+void FileWalk::walk(PathSource& paths)
+{
+    while (const std::optional<QByteArray> path = paths.next())
+        visit(*path);
+}
+
+void FileWalk::visit(const QByteArray& path)
+{
+    const std::optional<struct stat> status = status_through_links(path);
+    if (!status)
+        visitor_.failed(path, std::strerror(errno));
+    else if (S_ISREG(status->st_mode))
+        visit_file(path);
+    else if (!S_ISDIR(status->st_mode))
+        visitor_.failed(path, "neither a file nor a folder");
+    else if (QByteArray native = real_path(path); native.isEmpty())
+        visitor_.failed(path, std::strerror(errno));
+    else
+        visit_folders({.native = std::move(native), .shown = path});
+}
+
+void FileWalk::visit_file(const QByteArray& path)
+{
+    const qsizetype name_at = path.lastIndexOf('/') + 1;
+    const QByteArray bytes = path.sliced(name_at);
+    const QString name = name_from_bytes(bytes);
+    if (!is_music(name)) {
+        visitor_.failed(path, "no MP3 file: its name does not end in mp3");
+        return;
+    }
+    if (!enter_parent(path.first(name_at))) {
+        visitor_.failed(path, std::strerror(errno));
+        return;
+    }
+    if (seen_folders_.contains(parent_mark_))
+        return;
+    const MusicFile file = {.folder = parent_folder_, .bytes = bytes, .name = name, .is_named = true};
+    const qsizetype seen_before = seen_files_.size();
+    seen_files_.insert(qHash(file.native()));
+    if (seen_files_.size() > seen_before)
+        visitor_.file(file);
+}
+
+/// Looks at the folder that a named file lies in; false, with errno set, when that can't be done.
+bool FileWalk::enter_parent(const QByteArray& parent)
+{
+    if (!parent_folder_.native.isEmpty() && parent == parent_folder_.shown)
+        return true;
+    const QByteArray native = real_path(parent.isEmpty() ? QByteArray(".") : parent);
+    const std::optional<struct stat> status = native.isEmpty() ? std::nullopt : status_of(native);
+    if (!status)
+        return false;
+    parent_folder_ = MusicFolder::of(native, parent);
+    parent_mark_ = mark_of(*status);
+    return true;
+}
+
+void FileWalk::visit_folders(Pending top)
+{
+    std::vector<Pending> pending{std::move(top)};
+    while (!pending.empty()) {
+        const Pending folder = std::move(pending.back());
+        pending.pop_back();
+        visit_folder(folder, pending);
+    }
+}
+
+void FileWalk::visit_folder(const Pending& place, std::vector<Pending>& pending)
+{
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(place.native.constData()), closedir);
+    struct stat status = {};
+    if (!directory || fstat(dirfd(directory.get()), &status) != 0) {
+        visitor_.failed(place.shown, std::strerror(errno));
+        return;
+    }
+    const qsizetype seen_before = seen_folders_.size();
+    seen_folders_.insert(mark_of(status));
+    if (seen_folders_.size() == seen_before)
+        return;
+
+    const MusicFolder folder = MusicFolder::of(place.native, with_slash(place.shown));
+    NameList files;
+    NameList folders;
+    errno = 0;
+    while (const dirent* const entry = readdir(directory.get())) {
+        const QByteArrayView name(entry->d_name);
+        const unsigned char type = type_of(*entry, folder.native);
+        if (type == DT_REG && is_music(name_from_bytes(name)))
+            files.add(name);
+        else if (type == DT_DIR && name != "." && name != "..")
+            folders.add(name);
+        errno = 0;
+    }
+    if (errno != 0)
+        visitor_.failed(place.shown, std::strerror(errno));
+
+    files.sort();
+    for (qsizetype index = 0; index < files.size(); ++index) {
+        const QByteArrayView name = files.at(index);
+        const MusicFile file = {.folder = folder, .bytes = name.toByteArray(), .name = name_from_bytes(name)};
+        if (seen_files_.isEmpty() || !seen_files_.contains(qHash(file.native())))
+            visitor_.file(file);
+    }
+    visitor_.folder_end();
+    folders.sort();
+    for (qsizetype index = folders.size(); index > 0; --index) {
+        const QByteArray name = folders.at(index - 1).toByteArray();
+        pending.push_back({.native = folder.native + name, .shown = folder.shown + name});
+    }
+}

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "companion/PathSource.h"
+
+#include <QByteArray>
+#include <QSet>
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+/// A folder with music in it. Paths end in a slash or backslash.
+struct MusicFolder
+{
+    QByteArray native; ///< absolute, without links
+    QString program;   ///< the same as the program writes it
+    QByteArray shown;  ///< as the person wrote it; empty for a file that was named without a folder
+
+    /// The folder `native`.
+    static MusicFolder of(QByteArray native, QByteArray shown);
+};
+
+/// A file whose name ends as those of music files do.
+struct MusicFile
+{
+    const MusicFolder& folder;
+    QByteArray bytes;      ///< of its name
+    QString name;          ///< the same as the program writes it
+    bool is_named = false; ///< a person named the file itself and not a folder above it
+
+    QByteArray native() const { return folder.native + bytes; }
+    QString path() const { return folder.program + name; }
+    QByteArray shown_path() const { return folder.shown + bytes; }
+};
+
+/// The music files among the paths that a person names: files, and folders with all that lies below. In each folder the
+/// files come first and then the folders, each by the bytes of their names; links found on the way are not followed.
+/// What is named twice comes once. The names of one folder at a time are kept.
+class FileWalk
+{
+public:
+    struct Visitor
+    {
+        std::function<void(const MusicFile& file)> file;
+        /// The files of one walked folder, which no other file lies in, are through.
+        std::function<void()> folder_end;
+        /// A path as the person would write it cannot be read or is no music file.
+        std::function<void(const QByteArray& path, const QByteArray& reason)> failed;
+    };
+
+    explicit FileWalk(Visitor visitor) : visitor_(std::move(visitor)) {}
+
+    void walk(PathSource& paths);
+
+private:
+    struct Pending
+    {
+        QByteArray native;
+        QByteArray shown;
+    };
+
+    void visit(const QByteArray& path);
+    void visit_file(const QByteArray& path);
+    bool enter_parent(const QByteArray& parent);
+    void visit_folders(Pending top);
+    void visit_folder(const Pending& folder, std::vector<Pending>& pending);
+
+    Visitor visitor_;
+    QSet<quint64> seen_folders_;
+    QSet<quint64> seen_files_;  ///< named ones
+    MusicFolder parent_folder_; ///< of the last named file
+    quint64 parent_mark_ = 0;
+};

@@ -1,0 +1,173 @@
+#include "companion/Journal.h"
+
+#include "companion/journal_lines.h"
+#include "platform/uninterrupted.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace {
+
+constexpr qint64 chunk = 1 << 16;
+
+JournalError error_of(const QByteArray& path, const QByteArray& what)
+{
+    return {.path = path, .text = what + ": " + error_text(errno)};
+}
+
+void sync_folder_of(const QByteArray& path)
+{
+    const qsizetype name_at = path.lastIndexOf('/') + 1;
+    const Descriptor folder(open_folder(AT_FDCWD, name_at == 0 ? QByteArray(".") : path.first(name_at)));
+    if (!folder.is_open() || uninterrupted([&] { return fsync(folder.number()); }) != 0)
+        throw error_of(path, "the folder of the journal cannot be synced");
+}
+
+} // namespace
+
+JournalWriter::JournalWriter(QByteArray path) : path_(std::move(path))
+{
+    constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
+    file_ = Descriptor(uninterrupted([&] { return open(path_.constData(), flags, S_IRUSR | S_IWUSR); }));
+    if (!file_.is_open())
+        throw error_of(path_, "the journal cannot be made");
+    append(journal_head());
+}
+
+JournalWriter::~JournalWriter()
+{
+    if (!is_finished_)
+        unlink(path_.constData());
+}
+
+void JournalWriter::add(const Change& change)
+{
+    append(journal_line(change));
+    ++changes_;
+    if (waiting_.size() >= chunk)
+        flush();
+}
+
+void JournalWriter::finish()
+{
+    append(journal_end(changes_, hash_.result()));
+    flush();
+    if (uninterrupted([&] { return fsync(file_.number()); }) != 0)
+        throw error_of(path_, "the journal cannot be synced");
+    sync_folder_of(path_);
+    is_finished_ = true;
+}
+
+void JournalWriter::append(const QByteArray& line)
+{
+    hash_.addData(line);
+    waiting_ += line;
+}
+
+void JournalWriter::flush()
+{
+    const char* bytes = waiting_.constData();
+    const char* const end = bytes + waiting_.size();
+    while (bytes < end) {
+        const ssize_t written =
+            uninterrupted([&] { return write(file_.number(), bytes, static_cast<std::size_t>(end - bytes)); });
+        if (written <= 0)
+            throw error_of(path_, "the journal cannot be written");
+        bytes += written;
+    }
+    waiting_.clear();
+}
+
+JournalReader::JournalReader(const QByteArray& path) : path_(path)
+{
+    file_ = Descriptor(uninterrupted([&] { return open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); }));
+    const std::optional<struct stat> status = file_.is_open() ? status_of(file_) : std::nullopt;
+    if (!status)
+        throw error_of(path, "the journal cannot be read");
+    if (!S_ISREG(status->st_mode))
+        throw JournalError{.path = path, .text = "no journal of quilmo-fif"};
+    if (uninterrupted([&] { return flock(file_.number(), LOCK_EX | LOCK_NB); }) != 0 && errno == EWOULDBLOCK)
+        throw JournalError{.path = path, .text = "another program works with this journal"};
+    check(status->st_size);
+}
+
+/// Finds the changes, and looks whether all is as it was written.
+void JournalReader::check(qint64 size)
+{
+    begin_ = journal_head().size();
+    if (read(0, std::min(begin_, size)) != journal_head())
+        throw JournalError{.path = path_, .text = "no journal of quilmo-fif"};
+    const qint64 tail_at = std::max(begin_ - 1, size - journal_end_bytes);
+    const QByteArray tail = read(tail_at, size - tail_at);
+    const qsizetype line_at = tail.chopped(1).lastIndexOf('\n') + 1;
+    const std::optional<JournalEnd> end = parse_journal_end(tail.sliced(line_at));
+    if (!end)
+        throw JournalError{.path = path_, .text = "not whole: the run that wrote it changed no file"};
+    end_ = tail_at + line_at;
+
+    QCryptographicHash hash(QCryptographicHash::Sha1);
+    for (qint64 place = 0; place < end_; place += chunk)
+        hash.addData(read(place, std::min(chunk, end_ - place)));
+    if (hash.result() != end->hash)
+        throw JournalError{.path = path_, .text = "damaged"};
+    changes_ = end->changes;
+}
+
+QByteArray JournalReader::read(qint64 offset, qint64 length) const
+{
+    QByteArray bytes(length, '\0');
+    qint64 done = 0;
+    while (done < length) {
+        const ssize_t part = uninterrupted([&] {
+            return pread(file_.number(), bytes.data() + done, static_cast<std::size_t>(length - done), offset + done);
+        });
+        if (part <= 0)
+            throw JournalError{.path = path_,
+                               .text = "the journal cannot be read: " + error_text(part < 0 ? errno : EIO)};
+        done += part;
+    }
+    return bytes;
+}
+
+void JournalReader::visit(const QByteArray& line, const Visitor& visitor) const
+{
+    const std::optional<Change> change = parse_journal_line(line);
+    if (!change)
+        throw JournalError{.path = path_, .text = "damaged"};
+    visitor(*change);
+}
+
+void JournalReader::each_forwards(const Visitor& visitor) const
+{
+    QByteArray bytes;
+    for (qint64 place = begin_; place < end_; place += chunk) {
+        bytes += read(place, std::min(chunk, end_ - place));
+        qsizetype line_at = 0;
+        for (qsizetype end = bytes.indexOf('\n'); end >= 0; end = bytes.indexOf('\n', line_at)) {
+            visit(bytes.sliced(line_at, end - line_at), visitor);
+            line_at = end + 1;
+        }
+        bytes.remove(0, line_at);
+    }
+}
+
+void JournalReader::each_backwards(const Visitor& visitor) const
+{
+    QByteArray bytes; // up to the end of the last line that was not visited yet
+    for (qint64 place = end_; place > begin_;) {
+        const qint64 from = std::max(begin_, place - chunk);
+        bytes.prepend(read(from, place - from));
+        place = from;
+        while (!bytes.isEmpty()) {
+            const qsizetype line_at = bytes.chopped(1).lastIndexOf('\n') + 1;
+            if (line_at == 0 && place > begin_)
+                break;
+            visit(bytes.sliced(line_at).chopped(1), visitor);
+            bytes.truncate(line_at);
+        }
+    }
+}

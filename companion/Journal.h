@@ -1,0 +1,82 @@
+#pragma once
+
+#include "companion/Change.h"
+
+#include "platform/file_operation/disk_entry.h"
+
+#include <QByteArray>
+#include <QCryptographicHash>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+// A journal tells all that a run is going to change, so that it can be taken back. journal_lines.h tells how it is
+// written.
+
+/// What went wrong with a journal.
+struct JournalError
+{
+    QByteArray path;
+    QByteArray text;
+};
+
+/// Writes a journal.
+class JournalWriter
+{
+public:
+    /// Makes the file, which nobody but the user can read; never replaces one. Raises JournalError.
+    explicit JournalWriter(QByteArray path);
+    /// Removes a journal that was not finished: nothing was changed under it.
+    ~JournalWriter();
+    JournalWriter(const JournalWriter&) = delete;
+    JournalWriter& operator=(const JournalWriter&) = delete;
+
+    const QByteArray& path() const { return path_; }
+    /// Raises JournalError.
+    void add(const Change& change);
+    /// Writes the last line and brings all to the disk, the folder's entry too. Raises JournalError.
+    void finish();
+
+private:
+    void append(const QByteArray& line);
+    void flush();
+
+    QByteArray path_;
+    Descriptor file_;
+    QByteArray waiting_; ///< for being written
+    QCryptographicHash hash_{QCryptographicHash::Sha1};
+    qint64 changes_ = 0;
+    bool is_finished_ = false;
+};
+
+/// Reads a whole journal; its memory does not grow with it.
+class JournalReader
+{
+public:
+    using Visitor = std::function<void(const Change& change)>;
+
+    /// Opens a journal, looks at all of it and takes hold of it, so that two programs can't work with one at the same
+    /// time. Raises JournalError when it can't be read, is not whole, is damaged or is in use.
+    explicit JournalReader(const QByteArray& path);
+
+    qint64 changes() const { return changes_; }
+    void each_forwards(const Visitor& visitor) const;
+    void each_backwards(const Visitor& visitor) const;
+
+private:
+    QByteArray read(qint64 offset, qint64 length) const;
+    void check(qint64 size);
+    void visit(const QByteArray& line, const Visitor& visitor) const;
+
+    QByteArray path_;
+    Descriptor file_;
+    qint64 begin_ = 0; ///< of the first change's line
+    qint64 end_ = 0;   ///< of the last one's
+    qint64 changes_ = 0;
+};
+
+/// Where a run puts its journal when nobody says where: the path of a file that is not there yet, named after the time,
+/// in the program's folder in the user's state folder, which is made, for the user alone, where it is missing. Raises
+/// JournalError.
+QByteArray default_journal();

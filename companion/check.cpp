@@ -1,0 +1,79 @@
+#include "companion/companion.h"
+#include "companion/look.h"
+#include "companion/shown_text.h"
+#include "fif/Check_korean.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int class_cells = 6;
+constexpr int artist_cells = 22;
+constexpr int title_cells = 26;
+constexpr int genre_cells = 14;
+
+QByteArray class_of(const Look& look)
+{
+    switch (look.kind) {
+    case 1:
+        return "FIF";
+    case 2:
+        return "tag";
+    default:
+        return look.reason.code == Reason::unreadable ? "error" : "none";
+    }
+}
+
+QByteArray line_of(const MusicFile& file, const Look& look, const NewName& new_name)
+{
+    QByteArray line;
+    append_cell(line, class_of(look), class_cells);
+    line += QByteArray::number(Byte_count(file.name)).rightJustified(3) + "  ";
+    append_cell(line, shown(look.fields.artist), artist_cells);
+    append_cell(line, shown(look.fields.title), title_cells);
+    append_cell(line, shown(look.fields.genre), genre_cells);
+    line += shown(QByteArrayView(file.shown_path()));
+    if (new_name.reason)
+        line += ": " + new_name.reason.text();
+    else if (new_name.name != file.name)
+        line += " -> " + shown(new_name.name);
+    return line;
+}
+
+QJsonObject object_of(const MusicFile& file, const Look& look, const NewName& new_name)
+{
+    QJsonObject object{{u"class"_s, QString::fromLatin1(class_of(look))}, {u"bytes"_s, Byte_count(file.name)}};
+    put_bytes(object, u"path"_s, file.shown_path());
+    if (look.kind != 0) {
+        put_bytes(object, u"artist"_s, bytes_of_field(look.fields.artist));
+        put_bytes(object, u"title"_s, bytes_of_field(look.fields.title));
+        put_bytes(object, u"genre"_s, bytes_of_field(look.fields.genre));
+    }
+    if (!new_name.reason)
+        put_bytes(object, u"new_name"_s, bytes_of_field(new_name.name));
+    put_reason(object, new_name.reason);
+    return object;
+}
+
+} // namespace
+
+void run_check(const Order& order, PathSource& paths, Output& output)
+{
+    const NamingRule rule{.also_fif_names = order.type.has_value(), .fixed = {}};
+    const auto check_file = [&](const MusicFile& file) {
+        const Look look = look_at(file);
+        const NewName new_name = new_name_of(file, look, rule);
+        if (look.reason.code == Reason::unreadable)
+            output.fail();
+        if (output.is_json())
+            output.write(object_of(file, look, new_name));
+        else
+            output.write(line_of(file, look, new_name));
+        output.step("checking");
+    };
+    FileWalk walk(
+        {.file = check_file,
+         .folder_end = [] {},
+         .failed = [&](const QByteArray& path, const QByteArray& reason) { output.path_failed(path, reason); }});
+    walk.walk(paths);
+}

@@ -1,0 +1,68 @@
+#include "companion/companion.h"
+#include "companion/look.h"
+#include "companion/shown_text.h"
+#include "companion/tag_text.h"
+#include "mp3/cIDV3.h"
+
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QByteArray text_of(const MusicFile& file, const cIDV3& facts)
+{
+    QByteArray text = shown(QByteArrayView(file.shown_path())) + '\n';
+    QStringList lines = facts.InfoString().split(u"\r\n"_s, Qt::SkipEmptyParts);
+    if (lines.isEmpty())
+        lines = {u"Size: %1 bytes"_s.arg(facts.FileBytes()), u"no MPEG-1 Layer III frame near its beginning"_s};
+    for (const QString& line : std::as_const(lines))
+        text += "  " + line.toUtf8() + '\n';
+    return text + "  " + (facts.is_tagged() ? "Tag: " + tag_fields_text(facts.tag_block()) : "No tag"_ba) + '\n';
+}
+
+QJsonObject object_of(const MusicFile& file, const cIDV3& facts)
+{
+    QJsonObject object{
+        {u"file_bytes"_s, facts.FileBytes()},
+        {u"seconds"_s, facts.Seconds()},
+        {u"mpeg_version"_s, facts.MpegVersion()},
+        {u"layer"_s, facts.LayerVersion()},
+        {u"kbits"_s, facts.Kbits()},
+        {u"frames"_s, facts.Frames()},
+        {u"frame_bytes"_s, facts.FrameLengthInBytes()},
+        {u"hz"_s, facts.Hz()},
+        {u"mode"_s, facts.Mode()},
+        {u"channels"_s, facts.Channels()},
+        {u"private"_s, facts.PrivateBit()},
+        {u"crcs"_s, facts.CRCs()},
+        {u"copyrighted"_s, facts.Copyrighted()},
+        {u"original"_s, facts.Original()},
+        {u"emphasis"_s, facts.Emphasis()},
+        {u"info"_s, facts.InfoString()},
+    };
+    put_bytes(object, u"path"_s, file.shown_path());
+    if (facts.is_tagged())
+        object.insert(u"tag"_s, tag_object(facts.tag_block()));
+    return object;
+}
+
+} // namespace
+
+void run_info(PathSource& paths, Output& output)
+{
+    const auto tell_file = [&](const MusicFile& file) {
+        if (const Reason reason = load_afresh(file))
+            return output.path_failed(file.shown_path(), reason.detail);
+        if (output.is_json())
+            output.write(object_of(file, id3()));
+        else
+            output.write(text_of(file, id3()));
+        output.step("reading");
+    };
+    FileWalk walk(
+        {.file = tell_file,
+         .folder_end = [] {},
+         .failed = [&](const QByteArray& path, const QByteArray& reason) { output.path_failed(path, reason); }});
+    walk.walk(paths);
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "sample_files.h"
+#include "test_main.h"
+
+#include <QByteArray>
+#include <QByteArrayList>
+#include <QJsonObject>
+#include <QList>
+#include <QMap>
+#include <QTemporaryDir>
+
+// What the tests of the companion share.
+
+/// What a run of the companion said.
+struct Told
+{
+    int status = -1;
+    QByteArray out;
+    QByteArray err;
+
+    QByteArrayList lines() const;
+    /// The lines as JSON objects.
+    QList<QJsonObject> objects() const;
+};
+
+/// Runs the companion within this process. `words` follow its name, `input` is what it finds on its standard input.
+Told run_fif(const QByteArrayList& words, const QByteArray& input = {});
+
+/// A temporary folder of music on disk, in memory where the machine lets it.
+class MusicPlace
+{
+public:
+    MusicPlace();
+    ~MusicPlace();
+    MusicPlace(const MusicPlace&) = delete;
+    MusicPlace& operator=(const MusicPlace&) = delete;
+
+    /// Without trailing slash.
+    const QByteArray& root() const { return root_; }
+    QByteArray path(const QByteArray& name) const { return root_ + '/' + name; }
+    /// Writes a file with the folders above it; replaces one that is there.
+    void write(const QByteArray& name, const QByteArray& content) const;
+    /// Null when there is no such file.
+    QByteArray read(const QByteArray& name) const;
+    bool exists(const QByteArray& name) const;
+    /// All files below by their names from here on, with what they hold; links by where they lead.
+    QMap<QByteArray, QByteArray> content() const;
+    /// Where the journal of a run is put in these tests.
+    QByteArray journal() const { return root_ + ".journal"; }
+
+private:
+    QByteArray root_;
+};
+
+/// The options that make a run change things, with its journal beside the music.
+QByteArrayList applied(const MusicPlace& place);
+
+/// A file of sound with this tag at its end, filled with NULs.
+QByteArray song(const QByteArray& artist, const QByteArray& title, unsigned char genre = 17);
+
+/// The tag of a file as bytes, filled with blanks.
+QByteArray tag_with_blanks(const QByteArray& artist, const QByteArray& title, unsigned char genre);

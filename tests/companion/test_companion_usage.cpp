@@ -1,0 +1,201 @@
+#include "companion_run.h"
+#include "odd_names.h"
+
+#include <QCoreApplication>
+#include <QTest>
+
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+
+/// What the program takes and says: words, standard input, names of all kinds.
+class TestCompanionUsage : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void wrong_usage_data();
+    void wrong_usage();
+    void help_and_version();
+    void options_may_stand_anywhere();
+    void a_path_may_look_like_an_option();
+    void paths_come_from_standard_input();
+    void names_pass_through_data();
+    void names_pass_through();
+    void control_characters_are_escaped_data();
+    void control_characters_are_escaped();
+    void json_tells_bytes_that_are_no_text();
+};
+
+void TestCompanionUsage::wrong_usage_data()
+{
+    QTest::addColumn<QByteArrayList>("words");
+    QTest::addColumn<QByteArray>("error");
+
+    const auto row = [](const char* name, const QByteArrayList& words, const QByteArray& error) {
+        QTest::newRow(name) << words << error;
+    };
+    row("no command", {}, "no command given");
+    row("another command", {"rename", "x"}, "there is no command \"rename\"");
+    row("no path", {"check"}, "no path given");
+    row("an empty path", {"check", ""}, "an empty path");
+    row("an unknown option", {"check", "--all", "x"}, "--all: there is no such option");
+    row("an unknown letter", {"check", "-x", "y"}, "there is no option -x");
+    row("an option of another command", {"check", "--apply", "x"}, "check has no option --apply");
+    row("a type for tags", {"tag", "--type", "1", "x"}, "tag has no option --type");
+    row("a type that is none", {"convert", "--type", "7", "x"}, "--type: \"7\" is no number from 1 to 6");
+    row("a type in words", {"convert", "--type", "one", "x"}, "--type: \"one\" is no number from 1 to 6");
+    row("a value that is missing", {"convert", "x", "--type"}, "--type: its value is missing or one too many");
+    row("a value too many", {"convert", "--apply=yes", "x"}, "--apply=yes: its value is missing or one too many");
+    row("an artist of nothing", {"convert", "--fix-artist", " ?", "x"},
+        "--fix-artist: nothing of its value can stand in a name");
+    row("a genre of delimiters", {"convert", "--type", "5", "--fix-genre", "[-]", "x"},
+        "--fix-genre: nothing of its value can stand in a name");
+    row("an artist that is no UTF-8", {"convert", "--fix-artist", "\xff", "x"}, "a text that is no UTF-8");
+    row("no field", {"tag", "x"},
+        "tag: no field to set; give --artist, --title, --album, --year, --comment or --genre");
+    row("a genre that is none", {"tag", "--genre", "Nonsense", "x"}, "--genre: there is no genre \"Nonsense\"");
+    row("a genre beyond a byte", {"tag", "--genre", "256", "x"}, "--genre: \"256\" is no number from 0 to 255");
+    row("two journals", {"undo", "x", "y"}, "undo takes one journal");
+    row("no journal", {"undo"}, "undo takes one journal");
+    row("an undo with --apply", {"undo", "--apply", "x"}, "undo has no option --apply");
+    row("two sources of paths", {"check", "-0", "x"}, "paths come as arguments or from standard input, not both");
+    row("a journal and none", {"convert", "--apply", "--journal", "j", "--no-journal", "x"},
+        "--journal and --no-journal do not go together");
+    row("a journal of a preview", {"convert", "--journal", "j", "x"}, "a journal goes with --apply");
+    row("no journal of a preview", {"tag", "--year", "1", "--no-journal", "x"}, "a journal goes with --apply");
+}
+
+void TestCompanionUsage::wrong_usage()
+{
+    QFETCH(QByteArrayList, words);
+    QFETCH(QByteArray, error);
+
+    const Told told = run_fif(words);
+    QCOMPARE(told.status, 2);
+    QCOMPARE(told.err, "quilmo-fif: " + error + "\nTry \"quilmo-fif --help\".\n");
+    QCOMPARE(told.out, QByteArray());
+}
+
+void TestCompanionUsage::help_and_version()
+{
+    for (const QByteArrayList& words : {QByteArrayList{"--help"}, {"-h"}, {"convert", "--help"}}) {
+        const Told told = run_fif(words);
+        QCOMPARE(told.status, 0);
+        QVERIFY(told.out.startsWith("usage: quilmo-fif check"));
+        for (const QByteArray& line : told.lines())
+            QVERIFY2(QString::fromUtf8(line).size() <= 100, line.constData());
+    }
+    QCOMPARE(run_fif({"--version"}).out, "quilmo-fif 1.0\n"_ba);
+}
+
+void TestCompanionUsage::options_may_stand_anywhere()
+{
+    const MusicPlace place;
+    place.write("a.mp3", song("Ann", "Sea"));
+    const Told told = run_fif({"convert", place.root(), "--type=6"});
+    QVERIFY(told.out.endsWith("-> Ann-Sea.mp3\n"));
+    QCOMPARE(run_fif({"--type", "6", "convert", place.root()}).out, told.out);
+}
+
+void TestCompanionUsage::a_path_may_look_like_an_option()
+{
+    const MusicPlace place;
+    place.write("-x.mp3", song("Ann", "Sea"));
+    QCOMPARE(run_fif({"check", "--", "-x.mp3"}).status, 1); // there is none here
+    const QByteArray before = QByteArray::fromStdString(std::filesystem::current_path().string());
+    std::filesystem::current_path(place.root().toStdString());
+    const Told told = run_fif({"check", "--", "-x.mp3"});
+    std::filesystem::current_path(before.toStdString());
+    QCOMPARE(told.status, 0);
+    QVERIFY(told.out.endsWith(" -x.mp3 -> [Ann][Sea][Rock].mp3\n"));
+}
+
+void TestCompanionUsage::paths_come_from_standard_input()
+{
+    const MusicPlace place;
+    place.write("a\nb.mp3", song("Ann", "Sea"));
+    place.write("sub/c.mp3", song("Bob", "Sky"));
+    const QByteArray input = place.path("a\nb.mp3") + '\0' + '\0' + place.path("sub");
+    QCOMPARE(run_fif({"check", "--from-stdin"}, input).lines().size(), 2);
+    QCOMPARE(run_fif({"convert", "-0", "--apply", "--no-journal"}, input + '\0').status, 0);
+    QCOMPARE(place.content().keys(), (QByteArrayList{"[Ann][Sea][Rock].mp3", "sub/[Bob][Sky][Rock].mp3"}));
+    const Told nothing = run_fif({"check", "-0"}, {});
+    QCOMPARE(nothing.status, 0);
+    QCOMPARE(nothing.out, QByteArray());
+}
+
+void TestCompanionUsage::names_pass_through_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    for (const OddName& odd : odd_names)
+        QTest::newRow(odd.what) << odd.bytes;
+}
+
+/// Through a conversion with its journal, and back.
+void TestCompanionUsage::names_pass_through()
+{
+    QFETCH(QByteArray, name);
+
+    const MusicPlace place;
+    place.write("sub " + name.left(200) + "/" + name + ".mp3", song("Ann", "Sea"));
+    const auto before = place.content();
+    const Told told =
+        run_fif(QByteArrayList{"convert", "--type", "2", "--tags"} + applied(place) + QByteArrayList{place.root()});
+    QCOMPARE(told.lines().size(), 1);
+    const bool is_fif = told.out.startsWith("keep");
+    QVERIFY(is_fif || place.content() != before);
+    if (!is_fif)
+        QCOMPARE(run_fif({"undo", place.journal()}).status, 0);
+    QCOMPARE(place.content(), before);
+    QCOMPARE(run_fif({"check", "--json", place.root()}).objects().size(), 1);
+}
+
+void TestCompanionUsage::control_characters_are_escaped_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("shown");
+
+    QTest::newRow("a line break") << "a\nb"_ba
+                                  << "a\\nb"_ba;
+    QTest::newRow("what moves a terminal") << "a\x1b[2J\x7f\rb\t"_ba
+                                           << "a\\x1b[2J\\x7f\\rb\\t"_ba;
+    QTest::newRow("a backslash") << "a\\nb"_ba
+                                 << "a\\\\nb"_ba;
+    QTest::newRow("a control character of eight bits") << "a\xc2\x9b"_ba
+                                                       << "a\\x9b"_ba;
+    QTest::newRow("its byte alone") << "a\x9b"_ba
+                                    << "a\\x9b"_ba;
+    QTest::newRow("bytes that are no text") << "a\xe9\xff"_ba
+                                            << "a\xe9\xff"_ba;
+    QTest::newRow("a mark that turns the direction") << "a\xe2\x80\xae"_ba
+                                                     << "a\\u202e"_ba;
+    QTest::newRow("letters of all kinds") << "가é😀"_ba
+                                          << "가é😀"_ba;
+}
+
+void TestCompanionUsage::control_characters_are_escaped()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QByteArray, shown);
+
+    const MusicPlace place;
+    place.write(name + ".mp3", sample_audio());
+    const Told told = run_fif({"check", place.root()});
+    QVERIFY2(told.out.endsWith(place.path(shown + ".mp3: no tag\n")), told.out.constData());
+}
+
+void TestCompanionUsage::json_tells_bytes_that_are_no_text()
+{
+    const MusicPlace place;
+    place.write("a\xe9.mp3", song("Ann", "Sea"));
+    place.write("b\n\"\\.mp3", song("Bob", "Sky"));
+    const QList<QJsonObject> objects = run_fif({"check", "--json", place.root()}).objects();
+    QCOMPARE(objects[0]["path"_L1].toString(), QString::fromUtf8(place.path("a\xef\xbf\xbd.mp3")));
+    QCOMPARE(QByteArray::fromBase64(objects[0]["path_base64"_L1].toString().toLatin1()), place.path("a\xe9.mp3"));
+    QCOMPARE(objects[1]["path"_L1].toString(), QString::fromUtf8(place.path("b\n\"\\.mp3")));
+    QVERIFY(!objects[1].contains("path_base64"_L1));
+}
+
+QUILMO_LOGIC_TEST(TestCompanionUsage)
+#include "test_companion_usage.moc"
