@@ -7,6 +7,8 @@
 #include "platform/RunTimeError.h"
 #include "platform/drives.h"
 
+#include <csignal>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -15,6 +17,9 @@ namespace {
 /// mean the same files under C:, and looking for discs and mounts would take longer than all else.
 void begin(const Order& order)
 {
+    // Who reads the output may go away; what is changed is finished all the same.
+    if (order.apply || order.command == Command::undo)
+        std::signal(SIGPIPE, SIG_IGN);
     shared = {};
     set_drives({{.DriveLetter = u"C"_s,
                  .Type = DriveType::fixed,

@@ -120,6 +120,8 @@ Reason Conversion::add_tag(const MusicFile& file, const Look& look, const FifFie
         return {};
     QString genre = fields.genre;
     set_fif_tag(file.path(), fields.artist, fields.title, genre);
+    if (const Reason reason = obstacle_to_reading(file))
+        return reason;
     return add_block(change, id3().tag_block());
 }
 

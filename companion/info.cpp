@@ -52,7 +52,8 @@ QJsonObject object_of(const MusicFile& file, const cIDV3& facts)
 void run_info(PathSource& paths, Output& output)
 {
     const auto tell_file = [&](const MusicFile& file) {
-        if (const Reason reason = load_afresh(file))
+        load_afresh(file);
+        if (const Reason reason = obstacle_to_reading(file); reason.code == Reason::unreadable)
             return output.path_failed(file.shown_path(), reason.detail);
         if (output.is_json())
             output.write(object_of(file, id3()));

@@ -20,21 +20,13 @@ void begin_afresh()
     shared.id3_object.reset();
 }
 
-/// What the system says when the file is opened.
-Reason unreadable(const MusicFile& file)
-{
-    const Descriptor opened(open(file.native().constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    return {.code = Reason::unreadable, .detail = error_text(opened.is_open() ? EIO : errno)};
-}
-
 /// Why nothing could be made of the file that was just loaded.
 Reason reason_of(const MusicFile& file)
 {
     if (id3().is_tagged())
         return {.code = Reason::no_fields};
-    if (shared.file_number_1_open != 0)
-        return {.code = Reason::too_short};
-    return id3().was_opened() ? Reason{.code = Reason::no_tag} : unreadable(file);
+    const Reason obstacle = obstacle_to_reading(file);
+    return obstacle ? obstacle : Reason{.code = Reason::no_tag};
 }
 
 Reason reason_of(ComposeFailure failure)
@@ -66,11 +58,24 @@ Look look_at(const MusicFile& file)
     return look;
 }
 
-Reason load_afresh(const MusicFile& file)
+void load_afresh(const MusicFile& file)
 {
     begin_afresh();
     id3().set_FileName(file.path());
-    return id3().was_opened() ? Reason() : unreadable(file);
+}
+
+Reason obstacle_to_reading(const MusicFile& file)
+{
+    if (!id3().was_opened()) {
+        const Descriptor opened(open(file.native().constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+        return {.code = Reason::unreadable, .detail = error_text(opened.is_open() ? EIO : errno)};
+    }
+    if (shared.file_number_1_open == 0)
+        return {};
+    constexpr i32 tag_bytes = 128;
+    if (id3().FileBytes() < tag_bytes)
+        return {.code = Reason::too_short};
+    return {.code = Reason::unreadable, .detail = error_text(EIO)};
 }
 
 NewName new_name_of(const MusicFile& file, const Look& look, const NamingRule& rule)

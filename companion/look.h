@@ -16,8 +16,11 @@ struct Look
 /// Looks at a file as a program does that was started for it alone. For kind 2 its tag is loaded then.
 Look look_at(const MusicFile& file);
 
-/// Loads a file into id3() as the first of a run; a reason when it can't be opened.
-Reason load_afresh(const MusicFile& file);
+/// Loads a file into id3() as the first of a run.
+void load_afresh(const MusicFile& file);
+
+/// Why the file that was loaded last can't be read, as a whole or where a tag stands; none when it can.
+Reason obstacle_to_reading(const MusicFile& file);
 
 /// How files get their names.
 struct NamingRule

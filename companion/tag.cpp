@@ -34,7 +34,10 @@ void run_tag(const Order& order, PathSource& paths, Output& output)
                       .old_name = file.bytes,
                       .new_name = file.bytes,
                       .block = std::nullopt};
-        if (const Reason reason = add_block(change, id3().tag_block()))
+        Reason reason = obstacle_to_reading(file);
+        if (!reason)
+            reason = add_block(change, id3().tag_block());
+        if (reason)
             changes.cannot(file.shown_path(), reason);
         else if (!change.block)
             changes.keep(file.shown_path());
