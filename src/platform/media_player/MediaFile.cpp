@@ -20,7 +20,8 @@ qint64 MediaFile::read(std::span<char> bytes)
     while (done < std::ssize(bytes)) {
         if (cancelled_)
             return -1;
-        const auto part = buffered().first(std::min(buffered().size(), bytes.size() - static_cast<std::size_t>(done)));
+        const std::span<const char> ahead = buffered();
+        const auto part = ahead.first(std::min(ahead.size(), bytes.size() - static_cast<std::size_t>(done)));
         if (part.empty())
             break;
         std::ranges::copy(part, bytes.begin() + done);
