@@ -27,6 +27,7 @@ struct Change
     std::optional<Block> block;
     qint64 size = 0;    ///< of the file before and after
     qint64 changed = 0; ///< time of its last change before, in nanoseconds since 1970
+    Reason tagless{};   ///< why it gets its name alone though a tag was wanted; no part of a journal
 
     bool renames() const { return new_name != old_name; }
     QByteArray old_path() const { return folder + old_name; }

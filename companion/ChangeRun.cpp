@@ -31,6 +31,8 @@ QByteArray change_text(const Change& change)
         text += " -> " + shown(QByteArrayView(change.new_name));
     if (change.block)
         text += (change.renames() ? "; tag: " : ": ") + tag_change_text(change.block->before, change.block->after);
+    if (change.tagless)
+        text += "; no tag: " + change.tagless.text();
     return text;
 }
 
@@ -84,6 +86,9 @@ void ChangeRun::note(Change change)
     if (!journal_)
         journal_ = std::make_unique<JournalWriter>(order_.journal.isEmpty() ? default_journal() : order_.journal);
     journal_->add(change);
+    if (change.tagless)
+        tagless_.insert(noted_, change.tagless);
+    ++noted_;
 }
 
 void ChangeRun::make(const Change& change)
@@ -94,7 +99,7 @@ void ChangeRun::make(const Change& change)
 void ChangeRun::tell(const Change& change, const Reason& reason, bool is_done)
 {
     ++(reason ? failed_ : changed_);
-    if (reason)
+    if (reason || change.tagless)
         output_.fail();
     const QByteArray status = reason ? "failed" : status_of(change, is_done);
     if (!output_.is_json()) {
@@ -109,22 +114,28 @@ void ChangeRun::tell(const Change& change, const Reason& reason, bool is_done)
         object.insert(u"tag_before"_s, tag_object(change.block->before));
         object.insert(u"tag_after"_s, tag_object(change.block->after));
     }
-    put_reason(object, reason);
+    put_reason(object, reason ? reason : change.tagless);
     output_.write(object);
 }
 
 void ChangeRun::finish()
 {
-    if (journal_) {
-        journal_->finish();
-        const JournalReader journal(journal_->path());
-        output_.remark("journal: " + shown(QByteArrayView(journal_->path())));
-        journal.each_forwards([this](const Change& change) {
-            make(change);
-            output_.step("changing");
-        });
-    }
+    if (journal_)
+        make_noted();
     tell_sum();
+}
+
+void ChangeRun::make_noted()
+{
+    journal_->finish();
+    const JournalReader journal(journal_->path());
+    output_.remark("journal: " + shown(QByteArrayView(journal_->path())));
+    qint64 number = 0;
+    journal.each_forwards([&](Change change) {
+        change.tagless = tagless_.value(number++);
+        make(change);
+        output_.step("changing");
+    });
 }
 
 void ChangeRun::tell_sum()

@@ -5,6 +5,8 @@
 #include "companion/Output.h"
 #include "companion/command_line.h"
 
+#include <QHash>
+
 #include <memory>
 
 /// What a command does with the changes that it decides on: it shows them, makes them at once, or notes all of them in
@@ -26,12 +28,15 @@ public:
 private:
     void note(Change change);
     void make(const Change& change);
+    void make_noted();
     void tell(const Change& change, const Reason& reason, bool is_done);
     void tell_sum();
 
     const Order& order_;
     Output& output_;
     std::unique_ptr<JournalWriter> journal_;
+    qint64 noted_ = 0;              ///< changes in the journal
+    QHash<qint64, Reason> tagless_; ///< by their numbers there: the few that get no tag
     qint64 changed_ = 0;
     qint64 kept_ = 0;
     qint64 failed_ = 0;

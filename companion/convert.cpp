@@ -94,8 +94,9 @@ void Conversion::decide(const MusicFile& file)
         if (const Reason reason = obstacle(change.new_path()))
             return changes_.cannot(file.shown_path(), reason, change.new_name);
     }
-    if (const Reason reason = add_tag(file, look, wanted.fields, change))
-        return changes_.cannot(file.shown_path(), reason);
+    change.tagless = add_tag(file, look, wanted.fields, change);
+    if (change.tagless && !change.renames())
+        return changes_.cannot(file.shown_path(), change.tagless);
     if (!change.renames() && !change.block)
         return changes_.keep(file.shown_path());
     if (change.renames())

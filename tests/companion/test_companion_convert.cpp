@@ -53,6 +53,7 @@ private Q_SLOTS:
     void renamed_files_get_their_tags();
     void a_name_in_the_wanted_shape_stays();
     void a_tag_takes_the_place_of_sound();
+    void a_file_too_short_for_a_tag_gets_its_name();
     void of_two_files_with_one_new_name_the_second_stays();
     void a_name_that_another_file_leaves_is_free();
     void named_files_know_of_each_other();
@@ -290,6 +291,20 @@ void TestCompanionConvert::a_tag_takes_the_place_of_sound()
                                                       "\"Sea\", artist \"Ann\", genre \"Other\""});
     const SampleTag tag{.title = "Sea", .artist = "Ann", .genre = 12, .padding = ' '};
     QCOMPARE(place.read("[Ann][Sea].mp3"), audio.chopped(128) + sample_tag(tag));
+}
+
+void TestCompanionConvert::a_file_too_short_for_a_tag_gets_its_name()
+{
+    const MusicPlace place;
+    place.write("[Ann][Sea].mp3", "short");
+    const QByteArray rest = "[Ann][Sea].mp3 -> (Ann)(Sea).mp3; no tag: too short for a tag: a tag takes 128 bytes";
+    const Told preview = run_fif({"convert", "--type", "4", "--tags", place.root()});
+    QCOMPARE(preview.status, 1);
+    QCOMPARE(shown_lines(preview, place), QByteArrayList{"rename   " + rest});
+    const Told told = run_fif(conversion(place, {"--type", "4", "--tags"}));
+    QCOMPARE(told.status, 1);
+    QCOMPARE(shown_lines(told, place), QByteArrayList{"renamed  " + rest});
+    QCOMPARE(place.content(), (QMap<QByteArray, QByteArray>{{"(Ann)(Sea).mp3", "short"}}));
 }
 
 void TestCompanionConvert::of_two_files_with_one_new_name_the_second_stays()
