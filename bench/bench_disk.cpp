@@ -2,63 +2,60 @@
 
 #include "core/mod_of_grobal_var.h"
 #include "platform/drives.h"
-#include "sample_files.h"
+#include "platform/file_names.h"
 #include "selection/final_list.h"
 
-#include <QDir>
 #include <QFile>
+
+#include <map>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// A third of the tags each in ASCII, Korean and Western text.
-QByteArray file_content(int number)
+BenchDisk::BenchDisk(const Corpus& corpus)
 {
-    static const QByteArray audio = sample_audio({.frames = 12});
-    static const QByteArray artists[] = {"Plain Artist", korean_bytes(u"한국 가수"_s), western_bytes(u"Café Müller"_s)};
-    return audio + sample_tag({.title = "Title " + QByteArray::number(number),
-                               .artist = artists[number % 3],
-                               .genre = static_cast<unsigned char>(number % 148)});
+    for (const CorpusFile& file : write_corpus(native(), corpus))
+        files_.push_back({.folder = u"C:\\"_s + name_from_bytes(file.folder) + u'\\',
+                          .name = name_from_bytes(file.name),
+                          .native = native() + '/' + file.folder + '/' + file.name});
+    begin_run();
 }
 
-} // namespace
+const BenchDisk& BenchDisk::of(const Corpus& corpus)
+{
+    static std::map<Corpus, std::unique_ptr<BenchDisk>> disks;
+    std::unique_ptr<BenchDisk>& disk = disks[corpus];
+    if (!disk)
+        disk = std::make_unique<BenchDisk>(corpus);
+    disk->begin_run();
+    return *disk;
+}
 
-BenchDisk::BenchDisk(int files)
+QByteArray BenchDisk::native() const
+{
+    return QFile::encodeName(disk_.path());
+}
+
+void BenchDisk::begin_run() const
 {
     shared = {};
     shared.language_id = 1;
     shared.fif_type = 1;
     shared.genre_type = 1;
-    shared.current_folder = folder();
+    if (!files_.empty())
+        shared.current_folder = files_.front().folder;
     set_drives({{.DriveLetter = u"C"_s,
                  .Type = DriveType::fixed,
                  .VolumeName = u"Bench"_s,
                  .IsReady = true,
-                 .mount_point = QFile::encodeName(disk_.path()),
+                 .mount_point = native(),
                  .device = {}}});
-    QDir(disk_.path()).mkdir(u"Bench"_s);
-    for (int number = 0; number < files; ++number) {
-        names_.push_back(u"track %1.mp3"_s.arg(number, 5, 10, QChar(u'0')));
-        native_paths_.push_back(native_folder() + '/' + names_.back().toUtf8());
-        QFile file(QFile::decodeName(native_paths_.back()));
-        if (!file.open(QIODevice::WriteOnly) || file.write(file_content(number)) < 0)
-            qFatal("can't write %s", native_paths_.back().constData());
-    }
-}
-
-QString BenchDisk::folder() const
-{
-    return u"C:\\Bench\\"_s;
-}
-
-QByteArray BenchDisk::native_folder() const
-{
-    return QFile::encodeName(disk_.path()) + "/Bench";
 }
 
 void BenchDisk::list_all() const
 {
-    for (const QString& name : names_)
-        add_to_final_list(name, folder(), folder() + name, 5000, {}, {});
+    for (const File& file : files_) {
+        shared.current_folder = file.folder;
+        add_to_final_list(file.name, file.folder, file.folder + file.name, 5000, {}, {});
+    }
 }

@@ -1,30 +1,41 @@
 #pragma once
 
+#include "corpus.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QTemporaryDir>
 
 #include <vector>
 
-/// A folder of numbered files with tags, whose names are not FIF, which the program sees as C:\Bench\ and which is the
-/// current folder of a fresh run.
+/// A temporary folder that the program sees as its drive C:, with a corpus on it.
 class BenchDisk
 {
 public:
-    explicit BenchDisk(int files);
+    struct File
+    {
+        QString folder; ///< with trailing backslash
+        QString name;
+        QByteArray native; ///< path on disk
+    };
 
-    QString folder() const;
-    const std::vector<QString>& names() const { return names_; }
-    /// Path on disk of the folder, without trailing slash.
-    QByteArray native_folder() const;
-    /// Paths on disk of the files, in the order of their names.
-    const std::vector<QByteArray>& native_paths() const { return native_paths_; }
+    /// Starts a fresh run that sees this disk.
+    explicit BenchDisk(const Corpus& corpus = {});
 
+    /// The disk of a corpus, kept from the first call on, with a fresh run that sees it: in English, shape 1, current
+    /// in the corpus's first folder.
+    static const BenchDisk& of(const Corpus& corpus);
+
+    /// Path on disk, without trailing slash.
+    QByteArray native() const;
+    const std::vector<File>& files() const { return files_; }
+
+    /// Makes it the disk of a fresh run.
+    void begin_run() const;
     /// Puts all files into the final list, at most 1000.
     void list_all() const;
 
 private:
     QTemporaryDir disk_;
-    std::vector<QString> names_;
-    std::vector<QByteArray> native_paths_;
+    std::vector<File> files_;
 };

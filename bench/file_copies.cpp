@@ -54,10 +54,10 @@ public:
         QByteArray content(load.size, Qt::Uninitialized);
         // No file system can make these bytes fewer.
         std::ranges::generate(content, [random = QRandomGenerator(1)]() mutable { return char(random.generate()); });
-        QDir(QFile::decodeName(disk_.native_folder())).mkdir(u"From"_s);
+        QDir(QFile::decodeName(disk_.native())).mkdir(u"From"_s);
         for (int number = 0; number < file_count(load); ++number) {
             const QString name = u"track %1.mp3"_s.arg(number, 5, 10, QChar(u'0'));
-            sources_.push_back(disk_.folder() + u"From\\"_s + name);
+            sources_.push_back(u"C:\\From\\"_s + name);
             native_copies_.push_back(target_folder() + '/' + name.toUtf8());
             QFile file(QFile::decodeName(source_folder()) + u'/' + name);
             if (!file.open(QIODevice::WriteOnly) || file.write(content) < 0)
@@ -66,12 +66,12 @@ public:
     }
 
     const Load& load() const { return load_; }
-    QByteArray source_folder() const { return disk_.native_folder() + "/From"; }
-    QByteArray target_folder() const { return disk_.native_folder() + "/To"; }
+    QByteArray source_folder() const { return disk_.native() + "/From"; }
+    QByteArray target_folder() const { return disk_.native() + "/To"; }
 
     /// The files to copy and the folder for the copies, as the program writes them.
     const QStringList& sources() const { return sources_; }
-    QString target() const { return disk_.folder() + u"To"_s; }
+    static QString target() { return u"C:\\To"_s; }
     /// Paths on disk of the copies.
     const std::vector<QByteArray>& native_copies() const { return native_copies_; }
 
@@ -81,7 +81,7 @@ public:
         QDir target(QFile::decodeName(target_folder()));
         if (!target.removeRecursively() || !target.mkpath(u"."_s))
             qFatal("can't clear %s", target_folder().constData());
-        sync_file_system(target_folder());
+        sync_file_system(target_folder().constData());
     }
 
     bool has_all_copies() const
@@ -93,7 +93,7 @@ public:
 
 private:
     Load load_;
-    BenchDisk disk_{0};
+    BenchDisk disk_;
     QStringList sources_;
     std::vector<QByteArray> native_copies_;
 };
@@ -139,7 +139,8 @@ void copy_by_cp(const CopyDisk& disk)
 void copy_by_cp_and_sync(const CopyDisk& disk)
 {
     copy_by_cp(disk);
-    std::ranges::for_each(disk.native_copies(), sync_file);
+    for (const QByteArray& copy : disk.native_copies())
+        sync_file(copy.constData());
 }
 
 /// There is nothing to answer: nothing stands in the way, and whatever fails is missing afterwards.

@@ -9,54 +9,83 @@
 #include <cstdlib>
 #include <cstring>
 #include <dirent.h>
+#include <string>
+#include <string_view>
 
 namespace {
 
 constexpr std::size_t buffer_size = 64 * std::size_t{1024};
 
-void require(bool done, const QByteArray& path)
+void require(bool done, const char* path)
 {
     if (!done) {
-        std::perror(path.constData());
+        std::perror(path);
         std::exit(1);
     }
 }
 
-} // namespace
-
-void read_start_and_tag(const QByteArray& path)
+/// Calls `take` with the path and the kind of each entry of a folder.
+template<typename Take> void for_each_entry(const char* folder, const Take& take)
 {
-    std::array<char, 5050> start{};
-    std::array<char, 128> tag{};
-    struct stat facts = {};
-    const int file = open(path.constData(), O_RDONLY | O_CLOEXEC);
-    require(file >= 0 && fstat(file, &facts) == 0, path);
-    require(pread(file, start.data(), start.size(), 0) >= 0, path);
-    require(pread(file, tag.data(), tag.size(), facts.st_size - 128) == 128, path);
-    close(file);
-}
-
-void look_for(const QByteArray& path)
-{
-    struct stat facts = {};
-    require(stat(path.constData(), &facts) == 0, path);
-}
-
-void list_and_read(const QByteArray& folder)
-{
-    DIR* listing = opendir(folder.constData());
+    DIR* listing = opendir(folder);
     require(listing != nullptr, folder);
+    std::string path;
     while (const dirent* entry = readdir(listing)) {
-        if (entry->d_type == DT_REG)
-            read_start_and_tag(folder + '/' + entry->d_name);
+        const std::string_view name = entry->d_name;
+        if (name == "." || name == "..")
+            continue;
+        path.assign(folder).append("/").append(name);
+        take(path, entry->d_type);
     }
     closedir(listing);
 }
 
-void read_whole(const QByteArray& path)
+} // namespace
+
+TagBytes read_start_and_tag(const char* path)
+{
+    std::array<char, 5050> start{};
+    TagBytes tag{};
+    struct stat facts = {};
+    const int file = open(path, O_RDONLY | O_CLOEXEC);
+    require(file >= 0 && fstat(file, &facts) == 0, path);
+    require(pread(file, start.data(), start.size(), 0) >= 0, path);
+    require(pread(file, tag.data(), tag.size(), facts.st_size - 128) == 128, path);
+    close(file);
+    return tag;
+}
+
+void look_for(const char* path)
+{
+    struct stat facts = {};
+    require(stat(path, &facts) == 0, path);
+}
+
+void list_and_read(const char* folder)
+{
+    for_each_entry(folder, [](const std::string& path, unsigned char type) {
+        if (type == DT_REG)
+            read_start_and_tag(path.c_str());
+    });
+}
+
+void list_names(const char* folder)
+{
+    for_each_entry(folder, [](const std::string&, unsigned char) {});
+}
+
+void list_names_below(const char* folder)
+{
+    for_each_entry(folder, [](const std::string& path, unsigned char type) {
+        if (type == DT_DIR)
+            list_names_below(path.c_str());
+    });
+}
+
+void read_whole(const char* path)
 {
     static std::array<char, buffer_size> buffer;
-    const int file = open(path.constData(), O_RDONLY | O_CLOEXEC);
+    const int file = open(path, O_RDONLY | O_CLOEXEC);
     require(file >= 0, path);
     ssize_t count = 1;
     while (count > 0)
@@ -65,42 +94,42 @@ void read_whole(const QByteArray& path)
     close(file);
 }
 
-void read_first_buffer(const QByteArray& path)
+void read_first_buffer(const char* path)
 {
     static std::array<char, buffer_size> buffer;
     std::array<char, 128> tag{};
     struct stat facts = {};
-    const int file = open(path.constData(), O_RDONLY | O_CLOEXEC);
+    const int file = open(path, O_RDONLY | O_CLOEXEC);
     require(file >= 0 && fstat(file, &facts) == 0, path);
     require(read(file, buffer.data(), buffer.size()) >= 0, path);
     require(pread(file, tag.data(), tag.size(), facts.st_size - 128) == 128, path);
     close(file);
 }
 
-void write_tag(const QByteArray& path, const QByteArray& tag)
+void write_tag(const char* path, const TagBytes& tag)
 {
     struct stat facts = {};
-    const int file = open(path.constData(), O_RDWR | O_CLOEXEC);
+    const int file = open(path, O_RDWR | O_CLOEXEC);
     require(file >= 0 && fstat(file, &facts) == 0, path);
-    require(pwrite(file, tag.constData(), 128, facts.st_size - 128) == 128, path);
+    require(pwrite(file, tag.data(), tag.size(), facts.st_size - 128) == 128, path);
     close(file);
 }
 
-void rename_file(const QByteArray& from, const QByteArray& to)
+void rename_file(const char* from, const char* to)
 {
-    require(renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0, from);
+    require(renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0, from);
 }
 
-void sync_file(const QByteArray& path)
+void sync_file(const char* path)
 {
-    const int file = open(path.constData(), O_RDONLY | O_CLOEXEC);
+    const int file = open(path, O_RDONLY | O_CLOEXEC);
     require(file >= 0 && fsync(file) == 0, path);
     close(file);
 }
 
-void sync_file_system(const QByteArray& path)
+void sync_file_system(const char* path)
 {
-    const int file = open(path.constData(), O_RDONLY | O_CLOEXEC);
+    const int file = open(path, O_RDONLY | O_CLOEXEC);
     require(file >= 0 && syncfs(file) == 0, path);
     close(file);
 }

@@ -1,34 +1,41 @@
 #pragma once
 
-#include <QByteArray>
+#include <array>
 
-#include <vector>
+// The bare system calls of the program's work, with nothing around them. Paths are those on disk. Any failure ends the
+// process.
 
-// The bare system calls of the program's work, with nothing around them. Any failure ends the process.
+using TagBytes = std::array<char, 128>;
 
-/// Opens a file, asks its size, reads its start and its last 128 bytes, closes it.
-void read_start_and_tag(const QByteArray& path);
+/// Opens a file, asks its size, reads its start and its last 128 bytes, closes it; gives the latter.
+TagBytes read_start_and_tag(const char* path);
 
 /// Asks whether a file is there.
-void look_for(const QByteArray& path);
+void look_for(const char* path);
 
 /// Lists a folder's names and calls read_start_and_tag for each file.
-void list_and_read(const QByteArray& folder);
+void list_and_read(const char* folder);
+
+/// Lists a folder's names.
+void list_names(const char* folder);
+
+/// Calls list_names for a folder and all that are below it.
+void list_names_below(const char* folder);
 
 /// Reads a file from its beginning to its end, 64 KiB at a time.
-void read_whole(const QByteArray& path);
+void read_whole(const char* path);
 
 /// Opens a file, asks its size, reads its first 64 KiB and its last 128 bytes, closes it.
-void read_first_buffer(const QByteArray& path);
+void read_first_buffer(const char* path);
 
 /// Writes 128 bytes over the end of a file.
-void write_tag(const QByteArray& path, const QByteArray& tag);
+void write_tag(const char* path, const TagBytes& tag);
 
 /// Renames without replacing.
-void rename_file(const QByteArray& from, const QByteArray& to);
+void rename_file(const char* from, const char* to);
 
 /// Waits until a file is on the disk.
-void sync_file(const QByteArray& path);
+void sync_file(const char* path);
 
 /// Waits until everything is on the disk that the file system of `path` has yet to write.
-void sync_file_system(const QByteArray& path);
+void sync_file_system(const char* path);

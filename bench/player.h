@@ -7,7 +7,8 @@
 /// The bare system calls that read the whole file: without a header that tells its length, every frame must be seen.
 void open_counted_floor(benchmark::State& state);
 /// From Open to the first sample that goes out, the sound output being open already. Most of it is the wait until the
-/// output asks for samples; the counter `ready_ms` is the part until the length is known.
+/// output asks for samples; the counter `ready` is the part until the length is known, in
+/// seconds.
 void open_counted_work(benchmark::State& state);
 
 /// The bare system calls that read the file's first buffer, in which a header tells the length.

@@ -2,7 +2,8 @@
 # Installs the Debian packages of the named groups that this system lacks:
 #   scripts/install-packages.sh GROUP...
 # Groups: build (compile the program), run (what it needs on a desktop beyond that), test, check (format and lint),
-# fuzz (the fuzzing programs).
+# fuzz (the fuzzing programs), bench (the benchmarks), peers (other programs that rename and tag, for the benchmarks to
+# compare with).
 # Where nothing is missing it needs neither the network nor root.
 set -euo pipefail
 
@@ -10,9 +11,10 @@ packages_of() {
     case $1 in
     build) echo g++ cmake ninja-build pkg-config qt6-base-dev qt6-svg-dev libmount-dev libmpg123-dev libsdl2-dev ;;
     run) echo fonts-dejavu-core fonts-nanum qt6-translations-l10n qt6-wayland ;;
-    test) echo libbenchmark-dev ;;
+    test | bench) echo libbenchmark-dev ;;
     check) echo clang-format clang-tidy ;;
     fuzz) echo clang libclang-rt-14-dev ;;
+    peers) echo id3ren mp3rename id3 id3tool mp3info kid3-cli eyed3 libimage-exiftool-perl libtag1-dev ;;
     *)
         echo "$0: there is no package group \"$1\"" >&2
         return 2

@@ -1,0 +1,107 @@
+# shellcheck shell=bash
+# Read by bench.sh: other programs that rename by tags and write tags, each by its fastest way to do the very work.
+# Wants $programs, $stopwatch, $files and $folders.
+# shellcheck disable=SC2154,SC2034
+
+peers=(floor quilmo taglib id3ren mp3rename id3 id3tool mp3info)
+slow_peers=(kid3-cli eyeD3 exiftool)
+
+# The command of a peer's program, empty where the bench has not got it.
+program_of() {
+    case $1 in
+    floor) echo "$programs/quilmo-bench-bare-calls" ;;
+    quilmo) echo "$programs/quilmo-bench-converter" ;;
+    taglib) echo "$programs/quilmo-bench-taglib" ;;
+    *) command -v "$1" ;;
+    esac
+}
+
+# rename_with PEER: names all files [artist][title].mp3 by their tags, and prints how long that took.
+rename_with() {
+    case $1 in
+    floor | quilmo | taglib) "$stopwatch" "$(program_of "$1")" rename "$PWD" ;;
+    id3ren) "$stopwatch" id3ren -nocfg -quiet '-template=[%a][%s].mp3' ./*/*.mp3 ;;
+    mp3rename)
+        mp3rename -s '[&a][&t]' >/dev/null
+        "$stopwatch" mp3rename ./*/*.mp3
+        ;;
+    kid3-cli) "$stopwatch" kid3-cli -c 'select all' -c "fromtag '[%{artist}][%{title}]' 1" -c save ./*/*.mp3 ;;
+    eyeD3) "$stopwatch" eyeD3 --no-config -Q -l error -1 --rename "[\$artist][\$title]" ./*/*.mp3 ;;
+    exiftool) "$stopwatch" exiftool -q -r -ext mp3 "-filename<[\$ID3v1:artist][\$ID3v1:title].mp3" . ;;
+    esac
+}
+
+# tag_with PEER: gives all files a new artist, and prints how long that took.
+tag_with() {
+    local artist='New Artist'
+    case $1 in
+    floor | quilmo | taglib) "$stopwatch" "$(program_of "$1")" tag "$PWD" ;;
+    # It asks for a title, and for what is not told to be left out.
+    id3ren)
+        "$stopwatch" id3ren -nocfg -quiet -tag -tagonly -edit -quick -nogenre -notrack -song=Title "-artist=$artist" \
+            ./*/*.mp3
+        ;;
+    id3) "$stopwatch" id3 -a "$artist" ./*/*.mp3 ;;
+    id3tool) "$stopwatch" id3tool -r "$artist" ./*/*.mp3 ;;
+    mp3info) "$stopwatch" mp3info -a "$artist" ./*/*.mp3 ;;
+    kid3-cli) "$stopwatch" kid3-cli -c 'select all' -c "set artist '$artist' 1" -c save ./*/*.mp3 ;;
+    eyeD3) "$stopwatch" eyeD3 --no-config -Q -l error -1 -a "$artist" ./*/*.mp3 ;;
+    esac
+}
+
+# can PEER WORK: whether it does such work at all.
+can() {
+    case $1-$2 in
+    id3-rename | id3tool-rename | mp3info-rename | mp3rename-tag | exiftool-tag) return 1 ;;
+    *) return 0 ;;
+    esac
+}
+
+# measure_peer PEER WORK: three rounds on fresh files, or one where that takes over ten seconds; notes the time of each
+# that did the work on every file.
+measure_peer() {
+    local peer=$1 work=$2 name=peer/$2/$1 names=plain seconds checked kind corpus=$TMPDIR/peers
+    if ! can "$peer" "$work"; then
+        printf '%s/note\tcannot\n' "$name"
+        return
+    fi
+    [[ $work == rename ]] || names=fif
+    for _ in 1 2 3; do
+        mkdir "$corpus"
+        "$programs/quilmo-bench-corpus" make "$corpus" "$files" "$folders" "$names"
+        sync -f "$corpus"
+        # A program that asks where it should not is not waited for for ever.
+        seconds=$(cd "$corpus" && timeout 900 bash -c "$(declare -f program_of "${work}_with"); ${work}_with $peer" \
+            </dev/null 2>"$TMPDIR/errors") || true
+        if [[ $work == rename ]]; then
+            checked=$("$programs/quilmo-bench-corpus" check-names "$corpus")
+        else
+            IFS=$'\t' read -r checked kind < <("$programs/quilmo-bench-corpus" check-tags "$corpus")
+            [[ $kind == ID3v1 ]] || printf '%s/note\t%s\n' "$name" "$kind"
+        fi
+        rm -r "$corpus"
+        if [[ -z $seconds || $checked != "$files" ]]; then
+            echo "$peer could not $work all files: $checked of $files. $(head -c 300 "$TMPDIR/errors")" >&2
+            printf '%s/note\t%s of %s files\n' "$name" "$checked" "$files"
+            return
+        fi
+        printf '%s\t%s\n' "$name" "$seconds"
+        ((${seconds%.*} < 10)) || return 0
+    done
+}
+
+# measure_peers PEER...
+measure_peers() {
+    local peer work
+    export programs stopwatch
+    for peer in "$@"; do
+        if [[ ! -x $(program_of "$peer") ]]; then
+            echo "$peer is not installed, so it is left out." >&2
+            printf 'peer/%s/%s/note\tnot installed\n' rename "$peer" tag "$peer"
+            continue
+        fi
+        for work in rename tag; do
+            measure_peer "$peer" "$work"
+        done
+    done
+}

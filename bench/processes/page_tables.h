@@ -1,0 +1,6 @@
+#pragma once
+
+#include "Results.h"
+
+/// The lines of a table: "machine", "aims", "times", "growth", "peers" or "others".
+QStringList table(const QString& name, const Results& results);
