@@ -64,8 +64,10 @@ void look_for(const char* path)
 void list_and_read(const char* folder)
 {
     for_each_entry(folder, [](const std::string& path, unsigned char type) {
-        if (type == DT_REG)
+        if (type == DT_REG) {
+            look_for(path.c_str());
             read_start_and_tag(path.c_str());
+        }
     });
 }
 

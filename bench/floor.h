@@ -13,7 +13,7 @@ TagBytes read_start_and_tag(const char* path);
 /// Asks whether a file is there.
 void look_for(const char* path);
 
-/// Lists a folder's names and calls read_start_and_tag for each file.
+/// Lists a folder's names, asks for each file's size and date, and calls read_start_and_tag for it.
 void list_and_read(const char* folder);
 
 /// Lists a folder's names.

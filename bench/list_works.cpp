@@ -95,7 +95,6 @@ void select_all_work(benchmark::State& state, int files)
         QCoreApplication::processEvents();
         state.ResumeTiming();
         panel.picks.cmd_select_all_Click();
-        QCoreApplication::processEvents();
         if (shared.final_list_count != files)
             state.SkipWithError("a file was not taken into the final list");
     }

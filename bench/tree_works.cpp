@@ -83,7 +83,6 @@ template<typename Act> void measure(benchmark::State& state, int nodes, const Ac
         auto panel = std::make_unique<TreePanel>();
         state.ResumeTiming();
         act(panel->tree);
-        QCoreApplication::processEvents();
         state.PauseTiming();
         if (panel->tree.Count() != nodes)
             state.SkipWithError("a folder is missing in the tree");
