@@ -28,7 +28,7 @@ bool is_music(const QString& name)
 QByteArray real_path(const QByteArray& path)
 {
     const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.constData(), nullptr), std::free);
-    return QByteArray(real.get());
+    return {real.get()};
 }
 
 QByteArray with_slash(const QByteArray& path)
@@ -52,7 +52,7 @@ unsigned char type_of(const dirent& entry, const QByteArray& folder)
 
 } // namespace
 
-MusicFolder MusicFolder::of(QByteArray native, QByteArray shown)
+MusicFolder MusicFolder::of(const QByteArray& native, QByteArray shown)
 {
     QString program = program_path(native);
     if (!program.endsWith(u'\\'))

@@ -17,7 +17,7 @@ struct MusicFolder
     QByteArray shown;  ///< as the person wrote it; empty for a file that was named without a folder
 
     /// The folder `native`.
-    static MusicFolder of(QByteArray native, QByteArray shown);
+    static MusicFolder of(const QByteArray& native, QByteArray shown);
 };
 
 /// A file whose name ends as those of music files do.

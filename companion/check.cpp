@@ -26,7 +26,9 @@ QByteArray class_of(const Look& look)
 
 QByteArray line_of(const MusicFile& file, const Look& look, const NewName& new_name)
 {
+    constexpr qsizetype room_of_most_lines = 300;
     QByteArray line;
+    line.reserve(room_of_most_lines);
     append_cell(line, class_of(look), class_cells);
     line += QByteArray::number(Byte_count(file.name)).rightJustified(3) + "  ";
     append_cell(line, shown(look.fields.artist), artist_cells);

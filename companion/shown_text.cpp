@@ -5,9 +5,8 @@
 
 #include <QList>
 
-#include <wchar.h>
-
 #include <algorithm>
+#include <cwchar>
 
 namespace {
 
@@ -79,8 +78,13 @@ QByteArray bytes_of_field(const QString& field)
 
 void append_cell(QByteArray& line, const QByteArray& text, int cells)
 {
+    constexpr int least_blanks = 2;
     line += text;
-    for (const char32_t character : QString::fromUtf8(text).toUcs4())
-        cells -= std::max(wcwidth(static_cast<wchar_t>(character)), 0);
-    line.append(std::max(cells, 2), ' ');
+    if (std::ranges::all_of(text, is_plain)) {
+        cells -= static_cast<int>(text.size());
+    } else {
+        for (const char32_t character : QString::fromUtf8(text).toUcs4())
+            cells -= std::max(wcwidth(static_cast<wchar_t>(character)), 0);
+    }
+    line.append(std::max(cells, least_blanks), ' ');
 }

@@ -146,7 +146,7 @@ void TestCompanionCheck::the_stored_type_counts()
     place.write("a.mp3", song("Ann", "Sea"));
     set_type("4");
     QCOMPARE(run_fif({"check", "--json", place.root()}).objects()[0]["new_name"_L1].toString(), u"(Ann)(Sea).mp3"_s);
-    set_type("9");
+    set_type("19"); // the toolkit takes a file of the same size and time for the same one
     QCOMPARE(run_fif({"check", "--json", place.root()}).objects()[0]["reason"_L1].toString(), u"unknown_type"_s);
     set_type("none");
     const Told told = run_fif({"check", place.root()});

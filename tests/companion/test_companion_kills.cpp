@@ -6,10 +6,6 @@
 
 #include <sys/stat.h>
 
-#include <filesystem>
-
-namespace fs = std::filesystem;
-
 namespace {
 
 constexpr int rounds = 60;

@@ -157,19 +157,18 @@ void TestCompanionUsage::control_characters_are_escaped_data()
     QTest::addColumn<QByteArray>("shown");
 
     QTest::newRow("a line break") << "a\nb"_ba
-                                  << "a\\nb"_ba;
+                                  << R"(a\nb)"_ba;
     QTest::newRow("what moves a terminal") << "a\x1b[2J\x7f\rb\t"_ba
-                                           << "a\\x1b[2J\\x7f\\rb\\t"_ba;
-    QTest::newRow("a backslash") << "a\\nb"_ba
-                                 << "a\\\\nb"_ba;
+                                           << R"(a\x1b[2J\x7f\rb\t)"_ba;
+    QTest::newRow("a backslash") << R"(a\nb)"_ba
+                                 << R"(a\\nb)"_ba;
     QTest::newRow("a control character of eight bits") << "a\xc2\x9b"_ba
-                                                       << "a\\x9b"_ba;
+                                                       << R"(a\x9b)"_ba;
     QTest::newRow("its byte alone") << "a\x9b"_ba
-                                    << "a\\x9b"_ba;
+                                    << R"(a\x9b)"_ba;
     QTest::newRow("bytes that are no text") << "a\xe9\xff"_ba
                                             << "a\xe9\xff"_ba;
-    QTest::newRow("a mark that turns the direction") << "a\xe2\x80\xae"_ba
-                                                     << "a\\u202e"_ba;
+    QTest::newRow("a mark that turns the direction") << QString(QChar(0x202e)).toUtf8() << R"(\u202e)"_ba;
     QTest::newRow("letters of all kinds") << "가é😀"_ba
                                           << "가é😀"_ba;
 }
