@@ -30,9 +30,9 @@ rounds=9 largest=100000 files=10000 folders=50 rows=20000
 # On disk and not in memory: that is where music lies, and all is in the system's cache for the program and its floor.
 TMPDIR=$(mktemp -d "${TMPDIR:-/tmp}/quilmo-bench-XXXXXX")
 export TMPDIR
-tree_folder=$TMPDIR
-[[ ! -w /dev/shm ]] || tree_folder=$(mktemp -d /dev/shm/quilmo-bench-XXXXXX)
-trap 'rm -rf "$TMPDIR" "$tree_folder"' EXIT
+memory=$TMPDIR
+[[ ! -w /dev/shm ]] || memory=$(mktemp -d /dev/shm/quilmo-bench-XXXXXX)
+trap 'rm -rf "$TMPDIR" "$memory"' EXIT
 export HOME=$TMPDIR/home XDG_RUNTIME_DIR=$TMPDIR LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen SDL_AUDIODRIVER=dummy
 export QUILMO_BENCH_FILES=${QUILMO_BENCH_FILES:-${quick:+5}}
 [[ -n $QUILMO_BENCH_FILES ]] || QUILMO_BENCH_FILES=100
@@ -87,11 +87,11 @@ for part in "${parts[@]}"; do
     files) run_bench 'classify|write_tags' ;;
     list) run_bench 'fill_list_view|sort_.*|select_all' ;;
     dialogs) run_bench 'fill_final_list|change_fif|preview' ;;
-    tree) TMPDIR=$tree_folder run_bench 'expand|walk' ;;
+    tree) TMPDIR=$memory run_bench 'expand|walk' ;;
     start) measure_start ;;
     memory) measure_memory ;;
-    peers) measure_peers "${peers[@]}" >>"$part_results" ;;
-    slow-peers) measure_peers "${slow_peers[@]}" >>"$part_results" ;;
+    peers) TMPDIR=$memory measure_peers "${peers[@]}" >>"$part_results" ;;
+    slow-peers) TMPDIR=$memory measure_peers "${slow_peers[@]}" >>"$part_results" ;;
     player) run_bench 'open_.*|poll_.*|play_share' ;;
     copies) run_bench 'copy_.*' ;;
     *)
