@@ -1,7 +1,6 @@
 #include "frame/Splash_Dlg.h"
 
 #include "platform/controls/message_window.h"
-#include "platform/controls/palette.h"
 
 #include <QGuiApplication>
 #include <QPainter>
@@ -13,8 +12,6 @@ namespace {
 
 constexpr int splash_milliseconds = 1000;
 constexpr QSize splash_size(480, 300);
-constexpr QPointF words_place(41, 236); ///< start of the line of words, on its base line
-constexpr int words_pixels = 16;
 
 } // namespace
 
@@ -53,17 +50,5 @@ void Splash_Dlg::tick()
 
 Picture splash_picture()
 {
-    const Picture drawing = svg_picture(u":/splash.svg"_s, splash_size);
-    return {splash_size, [drawing](QPainter& painter, const QRectF& rect) {
-                drawing.draw(painter, rect);
-                painter.save();
-                painter.translate(rect.topLeft());
-                painter.scale(rect.width() / splash_size.width(), rect.height() / splash_size.height());
-                QFont font;
-                font.setPixelSize(words_pixels);
-                painter.setFont(font);
-                painter.setPen(palette::on_accent);
-                painter.drawText(words_place, u"MP3 names for your discs"_s);
-                painter.restore();
-            }};
+    return svg_picture(u":/splash.svg"_s, splash_size);
 }

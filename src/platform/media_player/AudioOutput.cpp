@@ -3,11 +3,41 @@
 #define SDL_MAIN_HANDLED // the program's own main function stays the main function
 #include <SDL.h>
 
+#include <QLibrary>
+
 #include <bit>
 #include <cstdint>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
+
+/// A function of SDL, nothing where the system has no SDL.
+template<typename Function> Function loaded(const char* name)
+{
+    return reinterpret_cast<Function>(QLibrary::resolve(u"SDL2-2.0"_s, 0, name));
+}
+
+struct Sdl
+{
+    decltype(&SDL_SetHint) SetHint = loaded<decltype(SetHint)>("SDL_SetHint");
+    decltype(&SDL_AudioInit) AudioInit = loaded<decltype(AudioInit)>("SDL_AudioInit");
+    decltype(&SDL_AudioQuit) AudioQuit = loaded<decltype(AudioQuit)>("SDL_AudioQuit");
+    decltype(&SDL_OpenAudioDevice) OpenAudioDevice = loaded<decltype(OpenAudioDevice)>("SDL_OpenAudioDevice");
+    decltype(&SDL_GetAudioDeviceStatus) GetAudioDeviceStatus =
+        loaded<decltype(GetAudioDeviceStatus)>("SDL_GetAudioDeviceStatus");
+    decltype(&SDL_PauseAudioDevice) PauseAudioDevice = loaded<decltype(PauseAudioDevice)>("SDL_PauseAudioDevice");
+    decltype(&SDL_CloseAudioDevice) CloseAudioDevice = loaded<decltype(CloseAudioDevice)>("SDL_CloseAudioDevice");
+    decltype(&SDL_TLSCleanup) TLSCleanup = loaded<decltype(TLSCleanup)>("SDL_TLSCleanup");
+};
+
+/// SDL, loaded at the first sound: with all that it needs that takes almost as long as the rest of a start.
+const Sdl& sdl()
+{
+    static const Sdl functions;
+    return functions;
+}
 
 constexpr int channels = 2;
 
@@ -34,7 +64,7 @@ AudioOutput::AudioOutput(std::function<void(std::span<float>)> fill) : fill_(std
 
 bool AudioOutput::fits(int rate) const
 {
-    return is_real_ && rate == rate_ && SDL_GetAudioDeviceStatus(device_) != SDL_AUDIO_STOPPED;
+    return is_real_ && rate == rate_ && sdl().GetAudioDeviceStatus(device_) != SDL_AUDIO_STOPPED;
 }
 
 bool AudioOutput::open(int rate)
@@ -52,7 +82,9 @@ bool AudioOutput::open(int rate)
 
 bool AudioOutput::open_device(const char* driver, int rate, int samples_at_once)
 {
-    SDL_SetHint(SDL_HINT_APP_NAME, "Quilmo");
+    if (sdl().AudioInit == nullptr)
+        return false;
+    sdl().SetHint(SDL_HINT_APP_NAME, "Quilmo");
     SDL_AudioSpec wanted = {};
     wanted.freq = rate;
     wanted.format = AUDIO_F32SYS;
@@ -60,31 +92,32 @@ bool AudioOutput::open_device(const char* driver, int rate, int samples_at_once)
     wanted.samples = static_cast<Uint16>(samples_at_once);
     wanted.callback = fill_from;
     wanted.userdata = &fill_;
-    if (SDL_AudioInit(driver) == 0)
-        device_ = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
+    if (sdl().AudioInit(driver) == 0)
+        device_ = sdl().OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
     if (device_ == 0)
-        SDL_AudioQuit();
+        sdl().AudioQuit();
     return device_ != 0;
 }
 
 void AudioOutput::set_running(bool running)
 {
     if (device_ != 0)
-        SDL_PauseAudioDevice(device_, running ? 0 : 1);
+        sdl().PauseAudioDevice(device_, running ? 0 : 1);
 }
 
 void AudioOutput::close()
 {
     close_device();
-    SDL_TLSCleanup(); // each thread has the text of its last error
+    if (rate_ != 0 && sdl().TLSCleanup != nullptr)
+        sdl().TLSCleanup(); // each thread has the text of its last error
 }
 
 void AudioOutput::close_device()
 {
     if (device_ == 0)
         return;
-    SDL_CloseAudioDevice(device_);
-    SDL_AudioQuit();
+    sdl().CloseAudioDevice(device_);
+    sdl().AudioQuit();
     device_ = 0;
     is_real_ = false;
 }
