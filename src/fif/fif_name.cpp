@@ -13,8 +13,32 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QStringView extension = u".mp3";
-constexpr QStringView forbidden_in_names = uR"(\/:*?"<>|)";
-constexpr QStringView all_brackets = u"[]()";
+
+// Both are asked about each character of thousands of names.
+
+/// Whether a character can't stand in a file name.
+bool is_forbidden(QChar c)
+{
+    switch (c.unicode()) {
+    case u'\\':
+    case u'/':
+    case u':':
+    case u'*':
+    case u'?':
+    case u'"':
+    case u'<':
+    case u'>':
+    case u'|':
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool is_bracket(QChar c)
+{
+    return c == u'[' || c == u']' || c == u'(' || c == u')';
+}
 
 struct Brackets
 {
@@ -63,7 +87,7 @@ FieldWalk walk_first_field(QStringView stem, qsizetype& position, QString& field
         const QChar c = stem[position];
         if (position == 0 && c == u'-')
             return FieldWalk::refused;
-        if (all_brackets.contains(c))
+        if (is_bracket(c))
             return FieldWalk::refused;
         if (c == u'-') {
             ++position;
@@ -183,7 +207,7 @@ FifParse parse_dashes(QStringView stem)
     for (; position < stem.size(); ++position) {
         const QChar c = stem[position];
         const bool at_an_end = position == start || position == stem.size() - 1;
-        if ((at_an_end && c == u'-') || all_brackets.contains(c))
+        if ((at_an_end && c == u'-') || is_bracket(c))
             return {};
         if (c == u'-')
             ++dashes;
@@ -209,7 +233,7 @@ QString Clean_fif_field(const QString& text)
 QString Clean_file_name(const QString& text)
 {
     QString cleaned = text;
-    cleaned.removeIf([](QChar c) { return forbidden_in_names.contains(c); });
+    cleaned.removeIf(is_forbidden);
     return cleaned;
 }
 
