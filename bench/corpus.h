@@ -20,7 +20,7 @@ struct Corpus
     int folders = 1; ///< share the files evenly
     FifNames fif_names = FifNames::none;
 
-    auto operator<=>(const Corpus&) const = default;
+    auto operator<=>(const Corpus&) const = default; // NOLINT(modernize-use-nullptr): it is no null pointer
 };
 
 struct CorpusFile

@@ -4,11 +4,10 @@
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
-
-extern char** environ;
 
 int main(int argc, char** argv)
 {
