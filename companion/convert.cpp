@@ -120,10 +120,11 @@ Reason Conversion::add_tag(const MusicFile& file, const Look& look, const FifFie
     if (!order_.tags || !gets_tag)
         return {};
     QString genre = fields.genre;
-    set_fif_tag(file.path(), fields.artist, fields.title, genre);
+    id3().set_FileName(file.path());
+    set_fif_fields(id3().tag(), fields.artist, fields.title, genre);
     if (const Reason reason = obstacle_to_reading(file))
         return reason;
-    return add_block(change, id3().tag_block());
+    return add_block(change, id3().tag().block());
 }
 
 } // namespace

@@ -18,7 +18,7 @@ QByteArray text_of(const MusicFile& file, const cIDV3& facts)
         lines = {u"Size: %1 bytes"_s.arg(facts.FileBytes()), u"no MPEG-1 Layer III frame near its beginning"_s};
     for (const QString& line : std::as_const(lines))
         text += "  " + line.toUtf8() + '\n';
-    return text + "  " + (facts.is_tagged() ? "Tag: " + tag_fields_text(facts.tag_block()) : "No tag"_ba) + '\n';
+    return text + "  " + (facts.is_tagged() ? "Tag: " + tag_fields_text(facts.tag().block()) : "No tag"_ba) + '\n';
 }
 
 QJsonObject object_of(const MusicFile& file, const cIDV3& facts)
@@ -43,7 +43,7 @@ QJsonObject object_of(const MusicFile& file, const cIDV3& facts)
     };
     put_bytes(object, u"path"_s, file.shown_path());
     if (facts.is_tagged())
-        object.insert(u"tag"_s, tag_object(facts.tag_block()));
+        object.insert(u"tag"_s, tag_object(facts.tag().block()));
     return object;
 }
 

@@ -36,7 +36,7 @@ void run_tag(const Order& order, PathSource& paths, Output& output)
                       .block = std::nullopt};
         Reason reason = obstacle_to_reading(file);
         if (!reason)
-            reason = add_block(change, id3().tag_block());
+            reason = add_block(change, id3().tag().block());
         if (reason)
             changes.cannot(file.shown_path(), reason);
         else if (!change.block)

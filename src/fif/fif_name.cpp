@@ -218,6 +218,16 @@ FifParse parse_dashes(QStringView stem)
     return parse;
 }
 
+std::optional<FifFields> fif_fields_of(QStringView stem)
+{
+    FifParse parse = parse_brackets(stem, square_brackets);
+    if (!parse.valid)
+        parse = parse_brackets(stem, round_brackets);
+    if (!parse.valid)
+        parse = parse_dashes(stem);
+    return parse.valid ? std::optional(std::move(parse.fields)) : std::nullopt;
+}
+
 QString stem_of(const QString& file_name)
 {
     return file_name.left(std::max<qsizetype>(file_name.size() - extension.size(), 0));

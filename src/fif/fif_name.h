@@ -45,6 +45,10 @@ FifParse parse_brackets(QStringView stem, i16 bracket_kind);
 /// Parses a stem as a dash form.
 FifParse parse_dashes(QStringView stem);
 
+/// The fields of a stem that is FIF, by the first parser that takes it: square brackets, round ones, dashes. Nothing
+/// when none does.
+std::optional<FifFields> fif_fields_of(QStringView stem);
+
 /// A name without its last four characters, whatever they are; empty for a name shorter than four characters.
 QString stem_of(const QString& file_name);
 

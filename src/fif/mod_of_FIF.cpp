@@ -68,20 +68,32 @@ i16 Check_file_for_fif(const QString& file_name)
     // Always the current folder, on purpose, also for a file that lies in another one.
     if (!id3().load_and_has_tag(shared.current_folder + file_name))
         return 0;
-    const FifFields texts = texts_of_tag();
-    const FifFields fields = {
-        .artist = trimmed_and_cleaned(texts.artist), .title = trimmed_and_cleaned(texts.title), .genre = texts.genre};
-    if (fields.artist.isEmpty() || fields.title.isEmpty())
+    const std::optional<FifFields> fields = fif_fields_of(id3().tag());
+    if (!fields)
         return 0;
-    store_in_results(fields);
+    store_in_results(*fields);
     return 2;
+}
+
+FifFields texts_of(const TagRecord& tag)
+{
+    return {.artist = text_box_text(tag.artist.text()),
+            .title = text_box_text(tag.title.text()),
+            .genre = fif_genre_spelling(genre_name(tag.genre))};
 }
 
 FifFields texts_of_tag()
 {
-    return {.artist = text_box_text(id3().Artist()),
-            .title = text_box_text(id3().Title()),
-            .genre = fif_genre_spelling(id3().GenreText(id3().Genre()))};
+    return texts_of(id3().tag());
+}
+
+std::optional<FifFields> fif_fields_of(const TagRecord& tag)
+{
+    const FifFields texts = texts_of(tag);
+    FifFields fields = {
+        .artist = trimmed_and_cleaned(texts.artist), .title = trimmed_and_cleaned(texts.title), .genre = texts.genre};
+    const bool has_both = !fields.artist.isEmpty() && !fields.title.isEmpty();
+    return has_both ? std::optional(std::move(fields)) : std::nullopt;
 }
 
 QString Compose_fif_name(const QString& artist, const QString& title, const QString& genre,
@@ -103,21 +115,21 @@ void Clear_read_only(const QString& path)
     });
 }
 
-void set_fif_tag(const QString& path, const QString& artist, const QString& title, QString& genre)
+void set_fif_fields(TagRecord& tag, const QString& artist, const QString& title, QString& genre)
 {
-    id3().set_FileName(path);
-    id3().set_Artist(artist);
-    id3().set_Title(title);
+    tag.artist.set(artist);
+    tag.title.set(title);
     genre = id3_genre_spelling(genre);
-    const i16 index = id3().Genre_index(genre);
+    const i16 index = genre_index_of(genre);
     if (index >= 0)
-        id3().set_Genre(index);
+        tag.genre = static_cast<std::uint8_t>(index);
 }
 
 void Write_fif_tag(const QString& path, const QString& artist, const QString& title, QString& genre)
 {
     Clear_read_only(path);
-    set_fif_tag(path, artist, title, genre);
+    id3().set_FileName(path);
+    set_fif_fields(id3().tag(), artist, title, genre);
     if (!id3().WriteTag())
         show_message(msg_tag_write_failed);
 }

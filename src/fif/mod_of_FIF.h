@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fif/fif_name.h"
+#include "mp3/TagRecord.h"
 #include "platform/numbers.h"
 
 #include <QString>
@@ -18,9 +19,16 @@ enum ShowMode : i16
 /// tag is looked for under the current folder. Sets the three result strings, which mean nothing after a 0.
 i16 Check_file_for_fif(const QString& file_name);
 
-/// Artist, title and genre of the tag that is loaded, up to their first NULs and otherwise as they stand, the genre in
-/// the spelling of names.
+/// Artist, title and genre of a tag, up to their first NULs and otherwise as they stand, the genre in the spelling of
+/// names.
+FifFields texts_of(const TagRecord& tag);
+
+/// The same of the tag that is loaded.
 FifFields texts_of_tag();
+
+/// What a FIF name can be made of: the texts of a tag, artist and title trimmed and cleaned. Nothing when one of these
+/// is empty then.
+std::optional<FifFields> fif_fields_of(const TagRecord& tag);
 
 /// 1 when `stem` is a bracket form of that kind, else 0. The fields go to the result strings (`show_mode` 0), to the
 /// main window's fields (1) or nowhere.
@@ -40,9 +48,8 @@ QString Compose_fif_name(const QString& artist, const QString& title, const QStr
 /// Takes the read-only attribute off a file that has no other than archive; any failure is passed over.
 void Clear_read_only(const QString& path);
 
-/// Loads a file and puts artist, title and, where the genre has a number, genre into the tag that WriteTag would write.
-/// `genre` comes back in its list spelling.
-void set_fif_tag(const QString& path, const QString& artist, const QString& title, QString& genre);
+/// Puts artist, title and, where the genre has a number, genre into a tag. `genre` comes back in its list spelling.
+void set_fif_fields(TagRecord& tag, const QString& artist, const QString& title, QString& genre);
 
 /// Writes artist, title and, where the genre has a number, genre into the file's tag, and keeps the tag's other
 /// fields. `genre` comes back in its list spelling. A failure is shown as message 11.

@@ -3,14 +3,11 @@
 #include "core/mod_of_grobal_var.h"
 #include "platform/BinaryFile.h"
 
-#include <QByteArrayView>
-
 #include <array>
 
 namespace {
 
-constexpr int tag_bytes = 128;
-constexpr std::uint8_t genre_other = 12;
+constexpr int tag_bytes = TagRecord::block_bytes;
 
 using TagBlock = std::array<char, tag_bytes>;
 
@@ -31,11 +28,6 @@ std::optional<TagBlock> last_block(const BinaryFile& file)
         return std::nullopt;
     }
     return block;
-}
-
-bool is_tag(const TagBlock& block)
-{
-    return QByteArrayView(block).first(3).compare("TAG", Qt::CaseInsensitive) == 0;
 }
 
 } // namespace
@@ -61,22 +53,13 @@ bool cIDV3::ClearTag()
 bool cIDV3::HasTag() const
 {
     const auto block = last_block(BinaryFile(file_name_, BinaryFile::Access::read));
-    return block && is_tag(*block);
+    return block && TagRecord::is_tag(*block);
 }
 
 bool cIDV3::WriteTag()
 {
-    const QByteArray block = tag_block();
+    const QByteArray block = tag_.block();
     return overwrite_last_block(std::span(block.constData(), static_cast<std::size_t>(block.size())));
-}
-
-QByteArray cIDV3::tag_block() const
-{
-    QByteArray block = "TAG";
-    for (const TagField* field : text_fields())
-        block += field->bytes();
-    block += static_cast<char>(genre_);
-    return block;
 }
 
 /// Writes `bytes` over the beginning of the file's last 128 bytes, over file number 1; gives whether it was done.
@@ -94,9 +77,7 @@ bool cIDV3::overwrite_last_block(std::span<const char> bytes) const
 
 void cIDV3::reset_fields()
 {
-    for (TagField* field : text_fields())
-        field->reset();
-    genre_ = genre_other;
+    tag_.reset();
     // On purpose the frame length, Pad and InfoString of the file before stay.
     header_.facts = {};
 }
@@ -105,15 +86,9 @@ void cIDV3::reset_fields()
 bool cIDV3::load_file(const BinaryFile& file)
 {
     const auto block = last_block(file);
-    const bool tagged = block && is_tag(*block);
-    if (tagged) {
-        QByteArrayView rest = QByteArrayView(*block).sliced(3);
-        for (TagField* field : text_fields()) {
-            field->read(rest.first(field->width()));
-            rest = rest.sliced(field->width());
-        }
-        genre_ = static_cast<std::uint8_t>(rest.front());
-    }
+    const bool tagged = block && TagRecord::is_tag(*block);
+    if (tagged)
+        tag_.read(*block);
     std::array<char, analysed_bytes> start{};
     const auto read = static_cast<std::size_t>(file.read_at(0, start));
     analyse_header(std::span(start).first(read), file.length(), header_);

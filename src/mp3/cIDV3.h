@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mp3/TagField.h"
+#include "mp3/TagRecord.h"
 #include "mp3/mpeg_header.h"
 #include "platform/BinaryFile.h"
 #include "platform/GenreBox.h"
@@ -8,7 +8,6 @@
 
 #include <QString>
 
-#include <array>
 #include <optional>
 #include <span>
 
@@ -49,20 +48,20 @@ public:
     /// Whether it had a tag then.
     bool is_tagged() const { return is_tagged_; }
 
-    QString Comments() const { return comments_.text(); }
-    void set_Comments(const QString& text) { comments_.set(text); }
-    QString Year() const { return year_.text(); }
-    void set_Year(const QString& text) { year_.set(text); }
-    QString Album() const { return album_.text(); }
-    void set_Album(const QString& text) { album_.set(text); }
-    QString Artist() const { return artist_.text(); }
-    void set_Artist(const QString& text) { artist_.set(text); }
-    QString Title() const { return title_.text(); }
-    void set_Title(const QString& text) { title_.set(text); }
+    QString Comments() const { return tag_.comments.text(); }
+    void set_Comments(const QString& text) { tag_.comments.set(text); }
+    QString Year() const { return tag_.year.text(); }
+    void set_Year(const QString& text) { tag_.year.set(text); }
+    QString Album() const { return tag_.album.text(); }
+    void set_Album(const QString& text) { tag_.album.set(text); }
+    QString Artist() const { return tag_.artist.text(); }
+    void set_Artist(const QString& text) { tag_.artist.set(text); }
+    QString Title() const { return tag_.title.text(); }
+    void set_Title(const QString& text) { tag_.title.set(text); }
     /// The genre byte, 0 to 255.
-    i16 Genre() const { return genre_; }
+    i16 Genre() const { return tag_.genre; }
     /// Raises "Overflow" for a value that does not fit a byte.
-    void set_Genre(i32 value) { genre_ = checked<std::uint8_t>(value); }
+    void set_Genre(i32 value) { tag_.genre = checked<std::uint8_t>(value); }
 
     /// Blanks the last 128 bytes of the file but the very last one, whether or not they are a tag. Gives whether it
     /// was done; only the file that was loaded is written.
@@ -73,8 +72,9 @@ public:
     /// Gives whether it was done; only the file that was loaded is written. A file that was there and could not be
     /// opened, or another one that has taken its name, stays as it is.
     bool WriteTag();
-    /// The 128 bytes that WriteTag writes.
-    QByteArray tag_block() const;
+    /// What the tag properties hold.
+    const TagRecord& tag() const { return tag_; }
+    TagRecord& tag() { return tag_; }
 
     /// The list spelling of a genre index, empty outside 0 to 147.
     QString GenreText(i16 index) const;
@@ -89,9 +89,6 @@ public:
     QString FillComboGenre_FIF(GenreBox& combo, const QString& text) const;
 
 private:
-    /// The text fields in the order of the file.
-    std::array<TagField*, 5> text_fields() { return {&title_, &artist_, &album_, &year_, &comments_}; }
-    std::array<const TagField*, 5> text_fields() const { return {&title_, &artist_, &album_, &year_, &comments_}; }
     void reset_fields();
     bool load_file(const BinaryFile& file);
     bool overwrite_last_block(std::span<const char> bytes) const;
@@ -99,12 +96,7 @@ private:
     QString file_name_;
     std::optional<BinaryFile::Identity> loaded_; ///< the file behind the name; nothing when it could not be opened
     bool is_tagged_ = false;
-    TagField title_{30};
-    TagField artist_{30};
-    TagField album_{30};
-    TagField year_{4};
-    TagField comments_{30};
-    std::uint8_t genre_ = 12;
+    TagRecord tag_;
     HeaderAnalysis header_;
 };
 
