@@ -2,6 +2,7 @@
 
 #include "Driver.h"
 #include "core/mod_of_grobal_var.h"
+#include "platform/controls/ComboBox.h"
 #include "platform/controls/FileProgressWindow.h"
 
 #include <QLabel>
@@ -67,6 +68,26 @@ void play_song(const Driver& driver, Album& album, QWidget& form)
         qFatal("the song does not play");
     album.take(form, u"playing"_s);
     driver.click(u"StopBtn"_s);
+}
+
+/// Gives the last file whose name is not FIF a name that is typed in the window.
+void save_one_file(const Driver& driver, Album& album, QWidget& form)
+{
+    auto& list = driver.control<ListView>(u"lvListView"_s);
+    constexpr int other_icon = 2;
+    int row = list.Count();
+    while (list.Item(row).SmallIcon != other_icon)
+        --row;
+    driver.click_row(list, row);
+    driver.type(u"txtArtist"_s, u"Harbour Lights"_s);
+    driver.type(u"txtTitle"_s, u"Paper Boats"_s);
+    auto& genre = driver.control<ComboBox>(u"cboGenre"_s);
+    genre.setFocus();
+    QTest::keyClicks(&genre, u"Jazz"_s);
+    driver.hover(u"cmdSave"_s);
+    album.take(form, u"typed-fields"_s);
+    driver.click(u"cmdSave"_s);
+    album.take(form, u"saved-file"_s);
 }
 
 void edit_by_hand(const Driver& in_list, Album& album)
@@ -152,6 +173,13 @@ void copy_file_twice(const Driver& driver, Album& album)
     driver.choose(u"menu_Edit"_s, u"menu_Edit_paste"_s);
 }
 
+void ask_for_deletion(const Driver& driver, Album& album)
+{
+    driver.click_row(driver.control<ListView>(u"lvListView"_s), 1);
+    close_next_dialog(album, u"trash"_s);
+    driver.choose(u"menu_Edit"_s, u"menu_Edit_delete"_s);
+}
+
 /// The window of long work, in the middle of it; no work of the tour takes long enough to show it.
 void show_progress(QWidget& form, Album& album)
 {
@@ -170,12 +198,14 @@ void play_main_job(QWidget& form, Album& album)
     ask_for_too_much(driver, album);
     pick_files(driver, album, form);
     play_song(driver, album, form);
+    save_one_file(driver, album, form);
     convert_files(driver, album);
     album.take(form, u"renamed-files"_s);
     choose_switches(driver, album);
     convert_selected_rows(driver, album, form);
     album.take(form, u"files-in-another-shape"_s);
     copy_file_twice(driver, album);
+    ask_for_deletion(driver, album);
     show_progress(form, album);
     close_next_dialog(album, u"about"_s);
     driver.choose(u"menu_Help"_s, u"menu_Help_about"_s);
