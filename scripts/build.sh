@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Configures a preset and builds it whole:  scripts/build.sh PRESET
+# Configures a preset, with further arguments for cmake where there are any, and builds it:
+#   scripts/build.sh PRESET [ARGUMENT...]
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 preset=$1
@@ -11,5 +12,5 @@ if [[ -f $cache ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$(pwd -P)" "$ca
     fresh=(--fresh)
 fi
 
-cmake --preset "$preset" "${fresh[@]}"
+cmake --preset "$preset" "${fresh[@]}" "${@:2}"
 cmake --build --preset "$preset" -j "$(nproc)"

@@ -3,7 +3,7 @@
 #   scripts/install-packages.sh GROUP...
 # Groups: build (compile the program), run (what it needs on a desktop beyond that), test, check (format and lint),
 # fuzz (the fuzzing programs), bench (the benchmarks), peers (other programs that rename and tag, for the benchmarks to
-# compare with).
+# compare with), package (make and check a Debian package), prove (try a package in a system of its own).
 # Where nothing is missing it needs neither the network nor root.
 set -euo pipefail
 
@@ -14,6 +14,8 @@ packages_of() {
     test | bench) echo libbenchmark-dev ;;
     check) echo clang-format clang-tidy ;;
     fuzz) echo clang libclang-rt-14-dev ;;
+    package) echo dpkg-dev file desktop-file-utils appstream lintian ;;
+    prove) echo debootstrap xvfb openbox xdotool x11-utils imagemagick ;;
     peers) echo id3ren mp3rename id3 id3tool mp3info kid3-cli eyed3 libimage-exiftool-perl libtag1-dev ;;
     *)
         echo "$0: there is no package group \"$1\"" >&2

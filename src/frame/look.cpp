@@ -18,6 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize icon_size(64, 64);
+constexpr int small_icon = 24; ///< pixels up to which the icon is drawn with fewer and stronger lines
 constexpr QSize box_icon_size(32, 32);
 constexpr int row_space = 4;     ///< logical pixels that a row of a list is higher than its text
 constexpr int header_space = 6;  ///< likewise of a list's header
@@ -194,6 +195,15 @@ QPalette program_palette()
     return colours;
 }
 
+Picture program_icon()
+{
+    const Picture large = svg_picture(u":/quilmo.svg"_s, icon_size);
+    const Picture small = svg_picture(u":/quilmo_small.svg"_s, icon_size);
+    return {icon_size, [large, small](QPainter& painter, const QRectF& rect) {
+                (rect.width() <= small_icon ? small : large).draw(painter, rect);
+            }};
+}
+
 } // namespace
 
 void apply_look()
@@ -202,5 +212,7 @@ void apply_look()
     QApplication::setPalette(program_palette());
     QToolTip::setPalette(program_palette());
     QApplication::setFont(form_font());
-    QApplication::setWindowIcon(icon_of(svg_picture(u":/quilmo.svg"_s, icon_size)));
+    QApplication::setWindowIcon(icon_of(program_icon()));
+    // By this name desktops find the entry of the menu, and its icon, that belong to a window.
+    QApplication::setDesktopFileName(u"example.quilmo.Quilmo"_s);
 }
