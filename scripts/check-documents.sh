@@ -17,7 +17,7 @@ my @files = split /\0/, qx(git ls-files -z --cached --others --exclude-standard)
 my @pages = grep { /\.md$/ && -e } @files;
 
 # A page without its code, and its headings with their levels.
-sub prose { my $text = text_of($_[0]); $text =~ s/^```.*?^```$|^(?: {4}|\t).*$//gms; return $text }
+sub prose { return text_of($_[0]) =~ s/^```.*?^```$//gmsr =~ s/\n\K(?:\n+ {4}[^\n]*)+//gr }
 sub headings { return prose($_[0]) =~ /^(#+ .*)$/mg }
 sub anchor_of {
     my $heading = lc $_[0] =~ s/^#+ //r;
