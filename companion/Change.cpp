@@ -1,6 +1,7 @@
 #include "companion/Change.h"
 
 #include "fif/mod_of_FIF.h"
+#include "mp3/TagRecord.h"
 #include "platform/BinaryFile.h"
 #include "platform/FileSystemObject.h"
 #include "platform/file_operation/disk_entry.h"
@@ -15,7 +16,7 @@
 
 namespace {
 
-constexpr int block_bytes = 128;
+constexpr int block_bytes = TagRecord::block_bytes;
 
 qint64 time_of(const struct stat& status)
 {
@@ -92,9 +93,10 @@ TakenBack take_block_back(const QByteArray& native, const Change::Block& block)
 
 } // namespace
 
-Reason note_state(Change& change)
+Reason note_state(Change& change, const std::optional<FileEnd>& end)
 {
-    const std::optional<struct stat> status = status_through_links(change.old_path());
+    const std::optional<struct stat> status =
+        end && end->status ? end->status : status_through_links(change.old_path());
     if (!status)
         return {.code = Reason::unreadable, .detail = error_text(errno)};
     change.size = status->st_size;
@@ -102,23 +104,13 @@ Reason note_state(Change& change)
     return {};
 }
 
-Reason add_block(Change& change, const QByteArray& after)
+void add_block(Change& change, const FileEnd& end, const QByteArray& after)
 {
-    const std::optional<struct stat> status = status_through_links(change.old_path());
-    const BinaryFile file(program_path(change.old_path()), BinaryFile::Access::read);
-    if (!status || !file.is_open())
-        return {.code = Reason::unreadable, .detail = error_text(errno)};
-    if (file.length() < block_bytes)
-        return {.code = Reason::too_short};
-    const QByteArray before = last_block(file);
-    if (before.isEmpty())
-        return {.code = Reason::unreadable, .detail = error_text(EIO)};
-    if (before == after)
-        return {};
-    change.block = {.before = before, .after = after, .mode = std::nullopt};
-    if ((status->st_mode & S_IWUSR) == 0)
-        change.block->mode = status->st_mode & ALLPERMS;
-    return {};
+    if (end.block == after)
+        return;
+    change.block = {.before = end.block, .after = after, .mode = std::nullopt};
+    if ((end.status->st_mode & S_IWUSR) == 0)
+        change.block->mode = end.status->st_mode & ALLPERMS;
 }
 
 Reason perform(const Change& change)

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "companion/FileWalk.h"
 #include "companion/Reason.h"
+#include "companion/read_end.h"
 
 #include <QByteArray>
 #include <QString>
@@ -29,18 +31,36 @@ struct Change
     qint64 changed = 0; ///< time of its last change before, in nanoseconds since 1970
     Reason tagless{};   ///< why it gets its name alone though a tag was wanted; no part of a journal
 
+    /// A change of a file that leaves all as it is yet.
+    static Change of(const MusicFile& file)
+    {
+        return {.folder = file.folder.native,
+                .shown_folder = file.folder.shown,
+                .old_name = file.name,
+                .new_name = file.name,
+                .block = std::nullopt};
+    }
+
     bool renames() const { return new_name != old_name; }
+    bool does_something() const { return renames() || block; }
     QByteArray old_path() const { return folder + old_name; }
     QByteArray new_path() const { return folder + new_name; }
     QByteArray shown_path() const { return shown_folder + old_name; }
 };
 
-/// Notes the file's size and time; a reason when it can't be asked.
-Reason note_state(Change& change);
+/// What a file is to get, or why not.
+struct Decision
+{
+    Change change;
+    Reason reason;
+};
 
-/// Adds the writing of `after` over the last 128 bytes of the file at its old path, when they are not these bytes yet.
-/// A reason when that can't be done.
-Reason add_block(Change& change, const QByteArray& after);
+/// Notes the size and time of the file, as they were when its end was read, or else as they are now; a reason when they
+/// can't be asked.
+Reason note_state(Change& change, const std::optional<FileEnd>& end);
+
+/// Adds the writing of `after` over the end of the file, which was read, when it is not these bytes yet.
+void add_block(Change& change, const FileEnd& end, const QByteArray& after);
 
 /// Does it: first the name, never replacing a file, and then the bytes, when they are still those noted. A reason when
 /// it was not done whole.

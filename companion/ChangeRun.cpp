@@ -43,12 +43,32 @@ QByteArray files_text(qint64 count)
 
 } // namespace
 
-void ChangeRun::change(Change change)
+LookAhead::Reach ChangeRun::reach() const
+{
+    const bool writes_tags_at_once =
+        order_.apply && !order_.writes_journal && (order_.tags || order_.command == Command::tag);
+    return writes_tags_at_once ? LookAhead::Reach::not_at_all : LookAhead::Reach::far;
+}
+
+void ChangeRun::take(const Decision& decision)
+{
+    const Change& change = decision.change;
+    if (decision.reason)
+        cannot(change.shown_path(), decision.reason);
+    else if (change.tagless && !change.renames())
+        cannot(change.shown_path(), change.tagless);
+    else if (change.does_something())
+        this->change(change);
+    else
+        keep(change.shown_path());
+}
+
+void ChangeRun::change(const Change& change)
 {
     if (!order_.apply)
         tell(change, {}, false);
     else if (order_.writes_journal)
-        note(std::move(change));
+        note(change);
     else
         make(change);
 }
@@ -79,10 +99,8 @@ void ChangeRun::cannot(const QByteArray& shown_path, const Reason& reason, const
     output_.write(object);
 }
 
-void ChangeRun::note(Change change)
+void ChangeRun::note(const Change& change)
 {
-    if (const Reason reason = note_state(change))
-        return cannot(change.shown_path(), reason);
     if (!journal_)
         journal_ = std::make_unique<JournalWriter>(order_.journal.isEmpty() ? default_journal() : order_.journal);
     journal_->add(change);

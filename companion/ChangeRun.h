@@ -2,6 +2,7 @@
 
 #include "companion/Change.h"
 #include "companion/Journal.h"
+#include "companion/LookAhead.h"
 #include "companion/Output.h"
 #include "companion/command_line.h"
 
@@ -16,17 +17,22 @@ class ChangeRun
 public:
     ChangeRun(const Order& order, Output& output) : order_(order), output_(output) {}
 
-    /// A file that gets what the change says.
-    void change(Change change);
-    /// A file that is as it should be.
-    void keep(const QByteArray& shown_path);
+    /// Whether changes go into a journal, which holds the states of their files.
+    bool notes() const { return order_.apply && order_.writes_journal; }
+    /// How far ahead of the changes files may be looked at: a tag that is written at once must not be seen before by a
+    /// look at another name of the same file, and after by the next.
+    LookAhead::Reach reach() const;
+    /// A file that gets what is decided.
+    void take(const Decision& decision);
     /// A file that can't get what it should; `new_name` the name that it can't have, empty for none.
     void cannot(const QByteArray& shown_path, const Reason& reason, const QByteArray& new_name = {});
     /// All files are decided on. Raises JournalError, with nothing changed, when the journal can't be written.
     void finish();
 
 private:
-    void note(Change change);
+    void change(const Change& change);
+    void keep(const QByteArray& shown_path);
+    void note(const Change& change);
     void make(const Change& change);
     void make_noted();
     void tell(const Change& change, const Reason& reason, bool is_done);

@@ -2,9 +2,7 @@
 
 #include "companion/NameList.h"
 #include "fif/fif_name.h"
-#include "platform/file_names.h"
 #include "platform/file_operation/disk_entry.h"
-#include "platform/paths.h"
 
 #include <QHash>
 
@@ -20,9 +18,9 @@
 
 namespace {
 
-bool is_music(const QString& name)
+bool is_music(QByteArrayView name)
 {
-    return name.endsWith(music_name_ending, Qt::CaseInsensitive);
+    return QLatin1StringView(name).endsWith(music_name_ending, Qt::CaseInsensitive);
 }
 
 QByteArray real_path(const QByteArray& path)
@@ -34,6 +32,11 @@ QByteArray real_path(const QByteArray& path)
 QByteArray with_slash(const QByteArray& path)
 {
     return path.endsWith('/') ? path : path + '/';
+}
+
+QByteArray without_slash(const QByteArray& path)
+{
+    return path.size() > 1 && path.endsWith('/') ? path.chopped(1) : path;
 }
 
 quint64 mark_of(const struct stat& status)
@@ -52,14 +55,6 @@ unsigned char type_of(const dirent& entry, const QByteArray& folder)
 
 } // namespace
 
-MusicFolder MusicFolder::of(const QByteArray& native, QByteArray shown)
-{
-    QString program = program_path(native);
-    if (!program.endsWith(u'\\'))
-        program += u'\\';
-    return {.native = with_slash(native), .program = std::move(program), .shown = std::move(shown)};
-}
-
 void FileWalk::walk(PathSource& paths)
 {
     while (const std::optional<QByteArray> path = paths.next())
@@ -75,17 +70,16 @@ void FileWalk::visit(const QByteArray& path)
         visit_file(path);
     else if (!S_ISDIR(status->st_mode))
         visitor_.failed(path, "neither a file nor a folder");
-    else if (QByteArray native = real_path(path); native.isEmpty())
+    else if (const QByteArray native = real_path(path); native.isEmpty())
         visitor_.failed(path, std::strerror(errno));
     else
-        visit_folders({.native = std::move(native), .shown = path});
+        visit_folders({.native = with_slash(native), .shown = with_slash(path)});
 }
 
 void FileWalk::visit_file(const QByteArray& path)
 {
     const qsizetype name_at = path.lastIndexOf('/') + 1;
-    const QByteArray bytes = path.sliced(name_at);
-    const QString name = name_from_bytes(bytes);
+    const QByteArray name = path.sliced(name_at);
     if (!is_music(name)) {
         visitor_.failed(path, "no MP3 file: its name does not end in mp3");
         return;
@@ -96,11 +90,11 @@ void FileWalk::visit_file(const QByteArray& path)
     }
     if (seen_folders_.contains(parent_mark_))
         return;
-    const MusicFile file = {.folder = parent_folder_, .bytes = bytes, .name = name, .is_named = true};
+    MusicFile file = {.folder = parent_folder_, .name = name, .is_named = true};
     const qsizetype seen_before = seen_files_.size();
     seen_files_.insert(qHash(file.native()));
     if (seen_files_.size() > seen_before)
-        visitor_.file(file);
+        visitor_.file(std::move(file));
 }
 
 /// Looks at the folder that a named file lies in; false, with errno set, when that can't be done.
@@ -112,27 +106,27 @@ bool FileWalk::enter_parent(const QByteArray& parent)
     const std::optional<struct stat> status = native.isEmpty() ? std::nullopt : status_of(native);
     if (!status)
         return false;
-    parent_folder_ = MusicFolder::of(native, parent);
+    parent_folder_ = {.native = with_slash(native), .shown = parent};
     parent_mark_ = mark_of(*status);
     return true;
 }
 
-void FileWalk::visit_folders(Pending top)
+void FileWalk::visit_folders(MusicFolder top)
 {
-    std::vector<Pending> pending{std::move(top)};
+    std::vector<MusicFolder> pending{std::move(top)};
     while (!pending.empty()) {
-        const Pending folder = std::move(pending.back());
+        const MusicFolder folder = std::move(pending.back());
         pending.pop_back();
         visit_folder(folder, pending);
     }
 }
 
-void FileWalk::visit_folder(const Pending& place, std::vector<Pending>& pending)
+void FileWalk::visit_folder(const MusicFolder& folder, std::vector<MusicFolder>& pending)
 {
-    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(place.native.constData()), closedir);
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(folder.native.constData()), closedir);
     struct stat status = {};
     if (!directory || fstat(dirfd(directory.get()), &status) != 0) {
-        visitor_.failed(place.shown, std::strerror(errno));
+        visitor_.failed(without_slash(folder.shown), std::strerror(errno));
         return;
     }
     const qsizetype seen_before = seen_folders_.size();
@@ -140,33 +134,31 @@ void FileWalk::visit_folder(const Pending& place, std::vector<Pending>& pending)
     if (seen_folders_.size() == seen_before)
         return;
 
-    const MusicFolder folder = MusicFolder::of(place.native, with_slash(place.shown));
     NameList files;
     NameList folders;
     errno = 0;
     while (const dirent* const entry = readdir(directory.get())) {
         const QByteArrayView name(entry->d_name);
         const unsigned char type = type_of(*entry, folder.native);
-        if (type == DT_REG && is_music(name_from_bytes(name)))
+        if (type == DT_REG && is_music(name))
             files.add(name);
         else if (type == DT_DIR && name != "." && name != "..")
             folders.add(name);
         errno = 0;
     }
     if (errno != 0)
-        visitor_.failed(place.shown, std::strerror(errno));
+        visitor_.failed(without_slash(folder.shown), std::strerror(errno));
 
     files.sort();
     for (qsizetype index = 0; index < files.size(); ++index) {
-        const QByteArrayView name = files.at(index);
-        const MusicFile file = {.folder = folder, .bytes = name.toByteArray(), .name = name_from_bytes(name)};
+        MusicFile file = {.folder = folder, .name = files.at(index).toByteArray()};
         if (seen_files_.isEmpty() || !seen_files_.contains(qHash(file.native())))
-            visitor_.file(file);
+            visitor_.file(std::move(file));
     }
     visitor_.folder_end();
     folders.sort();
     for (qsizetype index = folders.size(); index > 0; --index) {
         const QByteArray name = folders.at(index - 1).toByteArray();
-        pending.push_back({.native = folder.native + name, .shown = folder.shown + name});
+        pending.push_back({.native = folder.native + name + '/', .shown = folder.shown + name + '/'});
     }
 }

@@ -4,33 +4,26 @@
 
 #include <QByteArray>
 #include <QSet>
-#include <QString>
 
 #include <functional>
 #include <vector>
 
-/// A folder with music in it. Paths end in a slash or backslash.
+/// A folder with music in it. Paths end in a slash.
 struct MusicFolder
 {
     QByteArray native; ///< absolute, without links
-    QString program;   ///< the same as the program writes it
     QByteArray shown;  ///< as the person wrote it; empty for a file that was named without a folder
-
-    /// The folder `native`.
-    static MusicFolder of(const QByteArray& native, QByteArray shown);
 };
 
 /// A file whose name ends as those of music files do.
 struct MusicFile
 {
-    const MusicFolder& folder;
-    QByteArray bytes;      ///< of its name
-    QString name;          ///< the same as the program writes it
+    MusicFolder folder;
+    QByteArray name;
     bool is_named = false; ///< a person named the file itself and not a folder above it
 
-    QByteArray native() const { return folder.native + bytes; }
-    QString path() const { return folder.program + name; }
-    QByteArray shown_path() const { return folder.shown + bytes; }
+    QByteArray native() const { return folder.native + name; }
+    QByteArray shown_path() const { return folder.shown + name; }
 };
 
 /// The music files among the paths that a person names: files, and folders with all that lies below. In each folder the
@@ -41,7 +34,7 @@ class FileWalk
 public:
     struct Visitor
     {
-        std::function<void(const MusicFile& file)> file;
+        std::function<void(MusicFile file)> file;
         /// The files of one walked folder, which no other file lies in, are through.
         std::function<void()> folder_end;
         /// A path as the person would write it cannot be read or is no music file.
@@ -53,17 +46,11 @@ public:
     void walk(PathSource& paths);
 
 private:
-    struct Pending
-    {
-        QByteArray native;
-        QByteArray shown;
-    };
-
     void visit(const QByteArray& path);
     void visit_file(const QByteArray& path);
     bool enter_parent(const QByteArray& parent);
-    void visit_folders(Pending top);
-    void visit_folder(const Pending& folder, std::vector<Pending>& pending);
+    void visit_folders(MusicFolder top);
+    void visit_folder(const MusicFolder& folder, std::vector<MusicFolder>& pending);
 
     Visitor visitor_;
     QSet<quint64> seen_folders_;

@@ -1,6 +1,7 @@
 #include "companion/Journal.h"
 
 #include "companion/journal_lines.h"
+#include "companion/read_end.h"
 #include "platform/uninterrupted.h"
 
 #include <fcntl.h>
@@ -119,17 +120,9 @@ void JournalReader::check(qint64 size)
 
 QByteArray JournalReader::read(qint64 offset, qint64 length) const
 {
-    QByteArray bytes(length, '\0');
-    qint64 done = 0;
-    while (done < length) {
-        const ssize_t part = uninterrupted([&] {
-            return pread(file_.number(), bytes.data() + done, static_cast<std::size_t>(length - done), offset + done);
-        });
-        if (part <= 0)
-            throw JournalError{.path = path_,
-                               .text = "the journal cannot be read: " + error_text(part < 0 ? errno : EIO)};
-        done += part;
-    }
+    QByteArray bytes(length, Qt::Uninitialized);
+    if (!read_whole(file_, offset, std::span(bytes.data(), static_cast<std::size_t>(length))))
+        throw error_of(path_, "the journal cannot be read");
     return bytes;
 }
 

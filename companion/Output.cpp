@@ -7,16 +7,16 @@
 
 using namespace Qt::StringLiterals;
 
+QByteArray line_of(const QJsonObject& object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
 void Output::write(const QByteArray& line)
 {
     clear_progress();
     std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), streams_.out);
     std::fputc('\n', streams_.out);
-}
-
-void Output::write(const QJsonObject& object)
-{
-    write(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
 void Output::path_failed(const QByteArray& path, const QByteArray& reason)

@@ -8,6 +8,9 @@
 #include <chrono>
 #include <cstdio>
 
+/// An object as a line of output, without the line's end.
+QByteArray line_of(const QJsonObject& object);
+
 /// Where a run reads and writes.
 struct Streams
 {
@@ -25,7 +28,7 @@ public:
 
     bool is_json() const { return is_json_; }
     void write(const QByteArray& line);
-    void write(const QJsonObject& object);
+    void write(const QJsonObject& object) { write(line_of(object)); }
     /// A path that a person named, or that was found below one, can't be walked; the run has failed in part.
     void path_failed(const QByteArray& path, const QByteArray& reason);
     /// A remark for the person, beginning with the program's name.

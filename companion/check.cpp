@@ -1,6 +1,7 @@
 #include "companion/companion.h"
 #include "companion/look.h"
 #include "companion/shown_text.h"
+#include "companion/walk_files.h"
 #include "fif/Check_korean.h"
 
 using namespace Qt::StringLiterals;
@@ -30,21 +31,21 @@ QByteArray line_of(const MusicFile& file, const Look& look, const NewName& new_n
     QByteArray line;
     line.reserve(room_of_most_lines);
     append_cell(line, class_of(look), class_cells);
-    line += QByteArray::number(Byte_count(file.name)).rightJustified(3) + "  ";
+    line += QByteArray::number(Byte_count(look.name)).rightJustified(3) + "  ";
     append_cell(line, shown(look.fields.artist), artist_cells);
     append_cell(line, shown(look.fields.title), title_cells);
     append_cell(line, shown(look.fields.genre), genre_cells);
     line += shown(QByteArrayView(file.shown_path()));
     if (new_name.reason)
         line += ": " + new_name.reason.text();
-    else if (new_name.name != file.name)
+    else if (new_name.name != look.name)
         line += " -> " + shown(new_name.name);
     return line;
 }
 
 QJsonObject object_of(const MusicFile& file, const Look& look, const NewName& new_name)
 {
-    QJsonObject object{{u"class"_s, QString::fromLatin1(class_of(look))}, {u"bytes"_s, Byte_count(file.name)}};
+    QJsonObject object{{u"class"_s, QString::fromLatin1(class_of(look))}, {u"bytes"_s, Byte_count(look.name)}};
     put_bytes(object, u"path"_s, file.shown_path());
     if (look.kind != 0) {
         put_bytes(object, u"artist"_s, bytes_of_field(look.fields.artist));
@@ -62,20 +63,18 @@ QJsonObject object_of(const MusicFile& file, const Look& look, const NewName& ne
 void run_check(const Order& order, PathSource& paths, Output& output)
 {
     const NamingRule rule{.also_fif_names = order.type.has_value(), .fixed = {}};
-    const auto check_file = [&](const MusicFile& file) {
+    const auto check_file = [&](const MusicFile& file) -> LookAhead::Turn {
         const Look look = look_at(file);
-        const NewName new_name = new_name_of(file, look, rule);
-        if (look.reason.code == Reason::unreadable)
-            output.fail();
-        if (output.is_json())
-            output.write(object_of(file, look, new_name));
-        else
-            output.write(line_of(file, look, new_name));
-        output.step("checking");
+        const NewName new_name = new_name_of(look, rule);
+        const bool has_failed = look.reason.code == Reason::unreadable;
+        QByteArray line = output.is_json() ? line_of(object_of(file, look, new_name)) : line_of(file, look, new_name);
+        return [&output, has_failed, line = std::move(line)] {
+            if (has_failed)
+                output.fail();
+            output.write(line);
+            output.step("checking");
+        };
     };
-    FileWalk walk(
-        {.file = check_file,
-         .folder_end = [] {},
-         .failed = [&](const QByteArray& path, const QByteArray& reason) { output.path_failed(path, reason); }});
-    walk.walk(paths);
+    LookAhead looks(check_file, LookAhead::Reach::far, order.helpers);
+    walk_files(paths, output, looks);
 }

@@ -45,6 +45,7 @@ struct Order
     bool apply = false;
     bool writes_journal = true;
     QByteArray journal; ///< empty for one in the user's state folder
+    int helpers = 0;    ///< threads beside the program's own that look at files; no part of the command line
 };
 
 /// What the person wants to read instead of having something done.

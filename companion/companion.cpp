@@ -70,10 +70,10 @@ int usage_error(const UsageError& error, Output& output)
 
 } // namespace
 
-int run_companion(std::span<char*> words, const Streams& streams)
+int run_companion(std::span<char*> words, const Streams& streams, int helpers)
 {
-    const std::variant<Order, Wanted, UsageError> line = parse_command_line(words);
-    const Order* const order = std::get_if<Order>(&line);
+    std::variant<Order, Wanted, UsageError> line = parse_command_line(words);
+    Order* const order = std::get_if<Order>(&line);
     Output output(streams, order != nullptr && order->json);
     if (const UsageError* const error = std::get_if<UsageError>(&line))
         return usage_error(*error, output);
@@ -81,6 +81,7 @@ int run_companion(std::span<char*> words, const Streams& streams)
         output.write(std::get<Wanted>(line) == Wanted::help ? help_text() : QByteArray("quilmo-fif " QUILMO_VERSION));
         return output.finish();
     }
+    order->helpers = helpers;
     try {
         run(*order, streams, output);
     } catch (const UsageError& error) {

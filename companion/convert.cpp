@@ -2,11 +2,10 @@
 #include "companion/companion.h"
 #include "companion/look.h"
 #include "companion/shown_text.h"
+#include "companion/walk_files.h"
 #include "fif/mod_of_FIF.h"
-#include "mp3/cIDV3.h"
 #include "platform/file_operation/disk_entry.h"
 
-#include <QHash>
 #include <QSet>
 
 #include <cerrno>
@@ -18,10 +17,10 @@ namespace {
 class NamesMeanwhile
 {
 public:
-    void rename(const MusicFile& file, const QByteArray& new_path)
+    void rename(const Change& change, bool is_named)
     {
-        (file.is_named ? named_taken_ : taken_).insert(qHash(new_path));
-        (file.is_named ? named_left_ : left_).insert(qHash(file.native()));
+        (is_named ? named_taken_ : taken_).insert(qHash(change.new_path()));
+        (is_named ? named_left_ : left_).insert(qHash(change.old_path()));
     }
     bool is_taken(const QByteArray& path) const { return holds(taken_, path) || holds(named_taken_, path); }
     bool is_left(const QByteArray& path) const { return holds(left_, path) || holds(named_left_, path); }
@@ -51,57 +50,54 @@ class Conversion
 public:
     Conversion(const Order& order, Output& output)
         : order_(order),
-          output_(output),
           changes_(order, output),
           rule_{.also_fif_names = order.type || order.fixed.artist || order.fixed.genre, .fixed = order.fixed}
     {
     }
 
-    void convert(const MusicFile& file)
-    {
-        decide(file);
-        output_.step("reading");
-    }
+    LookAhead::Reach reach() const { return changes_.reach(); }
+    /// Called by several threads at a time.
+    Decision decide(const MusicFile& file) const;
+    void take(const Decision& decision, bool is_named);
     void folder_end() { names_.folder_end(); }
     void finish() { changes_.finish(); }
 
 private:
-    void decide(const MusicFile& file);
     /// Whether another file stands in the way of a new name.
     Reason obstacle(const QByteArray& new_path) const;
     /// Adds the tag that a file gets by the rule of its conversion.
-    Reason add_tag(const MusicFile& file, const Look& look, const FifFields& fields, Change& change) const;
+    void add_tag(const MusicFile& file, Look& look, const FifFields& fields, Change& change) const;
 
     const Order& order_;
-    Output& output_;
     ChangeRun changes_;
     NamingRule rule_;
     NamesMeanwhile names_;
 };
 
-void Conversion::decide(const MusicFile& file)
+Decision Conversion::decide(const MusicFile& file) const
 {
-    const Look look = look_at(file);
-    const NewName wanted = new_name_of(file, look, rule_);
-    if (wanted.reason)
-        return changes_.cannot(file.shown_path(), wanted.reason);
-    Change change{.folder = file.folder.native,
-                  .shown_folder = file.folder.shown,
-                  .old_name = file.bytes,
-                  .new_name = bytes_of_field(wanted.name),
-                  .block = std::nullopt};
-    if (change.renames()) {
+    Look look = look_at(file);
+    const NewName wanted = new_name_of(look, rule_);
+    Decision decision{.change = Change::of(file), .reason = wanted.reason};
+    Change& change = decision.change;
+    if (decision.reason)
+        return decision;
+    change.new_name = bytes_of_field(wanted.name);
+    add_tag(file, look, wanted.fields, change);
+    if (changes_.notes() && change.does_something())
+        decision.reason = note_state(change, look.end);
+    return decision;
+}
+
+void Conversion::take(const Decision& decision, bool is_named)
+{
+    const Change& change = decision.change;
+    if (!decision.reason && change.renames()) {
         if (const Reason reason = obstacle(change.new_path()))
-            return changes_.cannot(file.shown_path(), reason, change.new_name);
+            return changes_.cannot(change.shown_path(), reason, change.new_name);
+        names_.rename(change, is_named);
     }
-    change.tagless = add_tag(file, look, wanted.fields, change);
-    if (change.tagless && !change.renames())
-        return changes_.cannot(file.shown_path(), change.tagless);
-    if (!change.renames() && !change.block)
-        return changes_.keep(file.shown_path());
-    if (change.renames())
-        names_.rename(file, change.new_path());
-    changes_.change(std::move(change));
+    changes_.take(decision);
 }
 
 Reason Conversion::obstacle(const QByteArray& new_path) const
@@ -114,17 +110,22 @@ Reason Conversion::obstacle(const QByteArray& new_path) const
 
 /// The batch conversion brings the tags of names that are FIF in line with them, and takes new names from tags that
 /// stay; the auto conversion writes the tag of each file that it renames.
-Reason Conversion::add_tag(const MusicFile& file, const Look& look, const FifFields& fields, Change& change) const
+void Conversion::add_tag(const MusicFile& file, Look& look, const FifFields& fields, Change& change) const
 {
     const bool gets_tag = rule_.also_fif_names ? change.renames() : look.kind == 1;
     if (!order_.tags || !gets_tag)
-        return {};
+        return;
+    if (!look.end)
+        look.end = read_end(file.native());
+    change.tagless = look.end->reason;
+    if (change.tagless)
+        return;
+    TagRecord tag;
+    if (TagRecord::is_tag(look.end->block))
+        tag.read(look.end->block);
     QString genre = fields.genre;
-    id3().set_FileName(file.path());
-    set_fif_fields(id3().tag(), fields.artist, fields.title, genre);
-    if (const Reason reason = obstacle_to_reading(file))
-        return reason;
-    return add_block(change, id3().tag().block());
+    set_fif_fields(tag, fields.artist, fields.title, genre);
+    add_block(change, *look.end, tag.block());
 }
 
 } // namespace
@@ -132,10 +133,13 @@ Reason Conversion::add_tag(const MusicFile& file, const Look& look, const FifFie
 void run_convert(const Order& order, PathSource& paths, Output& output)
 {
     Conversion conversion(order, output);
-    FileWalk walk(
-        {.file = [&](const MusicFile& file) { conversion.convert(file); },
-         .folder_end = [&] { conversion.folder_end(); },
-         .failed = [&](const QByteArray& path, const QByteArray& reason) { output.path_failed(path, reason); }});
-    walk.walk(paths);
+    const auto convert_file = [&](const MusicFile& file) -> LookAhead::Turn {
+        return [&, decision = conversion.decide(file), is_named = file.is_named] {
+            conversion.take(decision, is_named);
+            output.step("reading");
+        };
+    };
+    LookAhead looks(convert_file, conversion.reach(), order.helpers);
+    walk_files(paths, output, looks, [&] { conversion.folder_end(); });
     conversion.finish();
 }

@@ -1,16 +1,25 @@
 #include "companion/companion.h"
-#include "companion/look.h"
+#include "companion/read_end.h"
 #include "companion/shown_text.h"
 #include "companion/tag_text.h"
+#include "companion/walk_files.h"
 #include "mp3/cIDV3.h"
+#include "platform/paths.h"
 
 #include <QStringList>
+
+#include <cerrno>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-QByteArray text_of(const MusicFile& file, const cIDV3& facts)
+bool is_tag(const QByteArray& block)
+{
+    return !block.isEmpty() && TagRecord::is_tag(block);
+}
+
+QByteArray text_of(const MusicFile& file, const cIDV3& facts, const QByteArray& block)
 {
     QByteArray text = shown(QByteArrayView(file.shown_path())) + '\n';
     QStringList lines = facts.InfoString().split(u"\r\n"_s, Qt::SkipEmptyParts);
@@ -18,10 +27,10 @@ QByteArray text_of(const MusicFile& file, const cIDV3& facts)
         lines = {u"Size: %1 bytes"_s.arg(facts.FileBytes()), u"no MPEG-1 Layer III frame near its beginning"_s};
     for (const QString& line : std::as_const(lines))
         text += "  " + line.toUtf8() + '\n';
-    return text + "  " + (facts.is_tagged() ? "Tag: " + tag_fields_text(facts.tag().block()) : "No tag"_ba) + '\n';
+    return text + "  " + (is_tag(block) ? "Tag: " + tag_fields_text(block) : "No tag"_ba) + '\n';
 }
 
-QJsonObject object_of(const MusicFile& file, const cIDV3& facts)
+QJsonObject object_of(const MusicFile& file, const cIDV3& facts, const QByteArray& block)
 {
     QJsonObject object{
         {u"file_bytes"_s, facts.FileBytes()},
@@ -42,9 +51,26 @@ QJsonObject object_of(const MusicFile& file, const cIDV3& facts)
         {u"info"_s, facts.InfoString()},
     };
     put_bytes(object, u"path"_s, file.shown_path());
-    if (facts.is_tagged())
-        object.insert(u"tag"_s, tag_object(facts.tag().block()));
+    if (is_tag(block))
+        object.insert(u"tag"_s, tag_object(block));
     return object;
+}
+
+/// Tells of a file; a reason when that can't be done.
+Reason tell(const MusicFile& file, Output& output)
+{
+    const FileEnd end = read_end(file.native());
+    if (end.reason.code == Reason::unreadable)
+        return end.reason;
+    cIDV3 facts; // keeps nothing of another file
+    facts.set_FileName(program_path(file.native()));
+    if (!facts.was_opened())
+        return {.code = Reason::unreadable, .detail = error_text(EIO)};
+    if (output.is_json())
+        output.write(object_of(file, facts, end.block));
+    else
+        output.write(text_of(file, facts, end.block));
+    return {};
 }
 
 } // namespace
@@ -52,13 +78,8 @@ QJsonObject object_of(const MusicFile& file, const cIDV3& facts)
 void run_info(PathSource& paths, Output& output)
 {
     const auto tell_file = [&](const MusicFile& file) {
-        load_afresh(file);
-        if (const Reason reason = obstacle_to_reading(file); reason.code == Reason::unreadable)
-            return output.path_failed(file.shown_path(), reason.detail);
-        if (output.is_json())
-            output.write(object_of(file, id3()));
-        else
-            output.write(text_of(file, id3()));
+        if (const Reason reason = tell(file, output))
+            output.path_failed(file.shown_path(), reason.detail);
         output.step("reading");
     };
     FileWalk walk(

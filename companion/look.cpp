@@ -2,32 +2,10 @@
 
 #include "core/mod_of_grobal_var.h"
 #include "fif/mod_of_FIF.h"
-#include "mp3/cIDV3.h"
-#include "platform/file_operation/disk_entry.h"
-
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cerrno>
+#include "mp3/TagRecord.h"
+#include "platform/file_names.h"
 
 namespace {
-
-/// Puts back what one file leaves behind for the next. In a run of the windows a file that is too short for a tag
-/// spoils the tags of all files behind it; here each file is one that a fresh run begins with.
-void begin_afresh()
-{
-    shared.file_number_1_open = 0;
-    shared.id3_object.reset();
-}
-
-/// Why nothing could be made of the file that was just loaded.
-Reason reason_of(const MusicFile& file)
-{
-    if (id3().is_tagged())
-        return {.code = Reason::no_fields};
-    const Reason obstacle = obstacle_to_reading(file);
-    return obstacle ? obstacle : Reason{.code = Reason::no_tag};
-}
 
 Reason reason_of(ComposeFailure failure)
 {
@@ -44,48 +22,51 @@ Reason reason_of(ComposeFailure failure)
     return {};
 }
 
+/// Looks at the tag of a file whose name is not FIF.
+void look_at_tag(const FileEnd& end, Look& look)
+{
+    look.reason = end.reason;
+    if (look.reason)
+        return;
+    look.reason = {.code = Reason::no_tag};
+    if (!TagRecord::is_tag(end.block))
+        return;
+    TagRecord tag;
+    tag.read(end.block);
+    std::optional<FifFields> fields = fif_fields_of(tag);
+    look.reason = {.code = fields ? Reason::none : Reason::no_fields};
+    if (!fields)
+        return;
+    look.kind = 2;
+    look.fields = std::move(*fields);
+}
+
 } // namespace
 
 Look look_at(const MusicFile& file)
 {
-    begin_afresh();
-    shared.current_folder = file.folder.program;
-    Look look{.kind = Check_file_for_fif(file.name), .fields = {}, .reason = {}};
-    if (look.kind == 0)
-        look.reason = reason_of(file);
-    else
-        look.fields = {.artist = shared.fif_artist, .title = shared.fif_title, .genre = shared.fif_genre};
+    Look look{.kind = 0, .name = name_from_bytes(file.name), .fields = {}, .reason = {}, .end = {}};
+    if (std::optional<FifFields> fields = fif_fields_of(stem_of(look.name))) {
+        look.kind = 1;
+        look.fields = std::move(*fields);
+    } else {
+        look.end = read_end(file.native());
+        look_at_tag(*look.end, look);
+    }
     return look;
 }
 
-void load_afresh(const MusicFile& file)
-{
-    begin_afresh();
-    id3().set_FileName(file.path());
-}
-
-Reason obstacle_to_reading(const MusicFile& file)
-{
-    if (!id3().was_opened()) {
-        const Descriptor opened(open(file.native().constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-        return {.code = Reason::unreadable, .detail = error_text(opened.is_open() ? EIO : errno)};
-    }
-    if (shared.file_number_1_open == 0)
-        return {};
-    constexpr i32 tag_bytes = 128;
-    if (id3().FileBytes() < tag_bytes)
-        return {.code = Reason::too_short};
-    return {.code = Reason::unreadable, .detail = error_text(EIO)};
-}
-
-NewName new_name_of(const MusicFile& file, const Look& look, const NamingRule& rule)
+NewName new_name_of(const Look& look, const NamingRule& rule)
 {
     if (look.kind == 0)
         return {.name = {}, .fields = {}, .reason = look.reason};
     if (look.kind == 1 && !rule.also_fif_names)
-        return {.name = file.name, .fields = look.fields, .reason = {}};
-    const FifFields fields =
-        rule.also_fif_names ? fields_to_convert(look.fields, rule.fixed) : trimmed_and_cleaned(texts_of_tag());
+        return {.name = look.name, .fields = look.fields, .reason = {}};
+    FifFields fields = look.fields;
+    if (rule.also_fif_names)
+        fields = fields_to_convert(look.fields, rule.fixed);
+    else
+        fields.genre = trimmed_and_cleaned(fields.genre); // the others are so already
     const ComposedName composed = compose_name(shared.fif_type, fields.artist, fields.title, fields.genre);
     return {.name = composed.name, .fields = fields, .reason = reason_of(composed.failure)};
 }

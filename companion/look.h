@@ -2,25 +2,28 @@
 
 #include "companion/FileWalk.h"
 #include "companion/Reason.h"
+#include "companion/read_end.h"
 #include "fif/fif_name.h"
 #include "platform/numbers.h"
+
+#include <QString>
+
+#include <optional>
+
+// All of it may be called by several threads at a time.
 
 /// What a file is.
 struct Look
 {
-    i16 kind = 0;     ///< 1 its name is FIF, 2 a FIF name can be made from its tag, 0 neither
-    FifFields fields; ///< what the name or the tag says; empty for kind 0
-    Reason reason;    ///< why the kind is 0
+    i16 kind = 0;               ///< 1 its name is FIF, 2 a FIF name can be made from its tag, 0 neither
+    QString name;               ///< as the program writes it
+    FifFields fields;           ///< what the name or the tag says; empty for kind 0
+    Reason reason;              ///< why the kind is 0
+    std::optional<FileEnd> end; ///< of the file, where it was opened
 };
 
-/// Looks at a file as a program does that was started for it alone. For kind 2 its tag is loaded then.
+/// Looks at a file. It is opened only when its name is not FIF.
 Look look_at(const MusicFile& file);
-
-/// Loads a file into id3() as the first of a run.
-void load_afresh(const MusicFile& file);
-
-/// Why the file that was loaded last can't be read, as a whole or where a tag stands; none when it can.
-Reason obstacle_to_reading(const MusicFile& file);
 
 /// How files get their names.
 struct NamingRule
@@ -39,5 +42,5 @@ struct NewName
     Reason reason;
 };
 
-/// The new name of the file that was looked at last; its own for one that stays.
-NewName new_name_of(const MusicFile& file, const Look& look, const NamingRule& rule);
+/// The new name of a file; its own for one that stays.
+NewName new_name_of(const Look& look, const NamingRule& rule);

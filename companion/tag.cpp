@@ -1,24 +1,40 @@
 #include "companion/ChangeRun.h"
 #include "companion/companion.h"
-#include "companion/look.h"
-#include "mp3/cIDV3.h"
+#include "companion/walk_files.h"
+#include "mp3/TagRecord.h"
 
 namespace {
 
-void set_fields(cIDV3& tag, const TagEdit& edit)
+void set_fields(TagRecord& tag, const TagEdit& edit)
 {
     if (edit.artist)
-        tag.set_Artist(*edit.artist);
+        tag.artist.set(*edit.artist);
     if (edit.title)
-        tag.set_Title(*edit.title);
+        tag.title.set(*edit.title);
     if (edit.album)
-        tag.set_Album(*edit.album);
+        tag.album.set(*edit.album);
     if (edit.year)
-        tag.set_Year(*edit.year);
+        tag.year.set(*edit.year);
     if (edit.comment)
-        tag.set_Comments(*edit.comment);
+        tag.comments.set(*edit.comment);
     if (edit.genre)
-        tag.set_Genre(*edit.genre);
+        tag.genre = checked<std::uint8_t>(*edit.genre);
+}
+
+Decision decide(const MusicFile& file, const TagEdit& edit)
+{
+    Decision decision{.change = Change::of(file), .reason = {}};
+    const FileEnd end = read_end(file.native());
+    decision.reason = end.reason;
+    if (decision.reason)
+        return decision;
+    TagRecord tag;
+    if (TagRecord::is_tag(end.block))
+        tag.read(end.block);
+    set_fields(tag, edit);
+    add_block(decision.change, end, tag.block());
+    decision.reason = note_state(decision.change, end);
+    return decision;
 }
 
 } // namespace
@@ -26,29 +42,13 @@ void set_fields(cIDV3& tag, const TagEdit& edit)
 void run_tag(const Order& order, PathSource& paths, Output& output)
 {
     ChangeRun changes(order, output);
-    const auto tag_file = [&](const MusicFile& file) {
-        load_afresh(file);
-        set_fields(id3(), order.edit);
-        Change change{.folder = file.folder.native,
-                      .shown_folder = file.folder.shown,
-                      .old_name = file.bytes,
-                      .new_name = file.bytes,
-                      .block = std::nullopt};
-        Reason reason = obstacle_to_reading(file);
-        if (!reason)
-            reason = add_block(change, id3().tag().block());
-        if (reason)
-            changes.cannot(file.shown_path(), reason);
-        else if (!change.block)
-            changes.keep(file.shown_path());
-        else
-            changes.change(std::move(change));
-        output.step("reading");
+    const auto tag_file = [&](const MusicFile& file) -> LookAhead::Turn {
+        return [&, decision = decide(file, order.edit)] {
+            changes.take(decision);
+            output.step("reading");
+        };
     };
-    FileWalk walk(
-        {.file = tag_file,
-         .folder_end = [] {},
-         .failed = [&](const QByteArray& path, const QByteArray& reason) { output.path_failed(path, reason); }});
-    walk.walk(paths);
+    LookAhead looks(tag_file, changes.reach(), order.helpers);
+    walk_files(paths, output, looks);
     changes.finish();
 }

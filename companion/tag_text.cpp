@@ -1,12 +1,13 @@
 #include "companion/tag_text.h"
 
 #include "companion/shown_text.h"
-#include "mp3/TagField.h"
+#include "mp3/TagRecord.h"
 #include "mp3/genre_list.h"
 #include "platform/text.h"
 
 #include <QByteArrayList>
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -16,14 +17,8 @@ namespace {
 
 constexpr int fields = 6;
 constexpr std::array<const char*, fields> field_names{"title", "artist", "album", "year", "comment", "genre"};
-constexpr std::array<int, fields - 1> field_widths{30, 30, 30, 4, 30};
 
-bool is_tag(const QByteArray& block)
-{
-    return block.first(3).compare("TAG", Qt::CaseInsensitive) == 0;
-}
-
-QString genre_text(unsigned char genre)
+QString genre_text(std::uint8_t genre)
 {
     const QString name = genre_name(genre);
     return name.isEmpty() ? QString::number(genre) : name;
@@ -34,16 +29,13 @@ using TagTexts = std::array<QString, fields>;
 TagTexts texts_of(const QByteArray& block)
 {
     TagTexts texts;
-    if (!is_tag(block))
+    if (!TagRecord::is_tag(block))
         return texts;
-    qsizetype place = 3;
-    for (std::size_t index = 0; index < field_widths.size(); ++index) {
-        TagField field(field_widths.at(index));
-        field.read(QByteArrayView(block).sliced(place, field.width()));
-        texts.at(index) = text_box_text(field.text());
-        place += field.width();
-    }
-    texts.back() = genre_text(static_cast<unsigned char>(block.back()));
+    TagRecord tag;
+    tag.read(block);
+    std::ranges::transform(tag.text_fields(), texts.begin(),
+                           [](const TagField* field) { return text_box_text(field->text()); });
+    texts.back() = genre_text(tag.genre);
     return texts;
 }
 
@@ -53,7 +45,7 @@ QByteArray tag_change_text(const QByteArray& before, const QByteArray& after)
 {
     const TagTexts old_texts = texts_of(before);
     const TagTexts new_texts = texts_of(after);
-    const bool had_tag = is_tag(before);
+    const bool had_tag = TagRecord::is_tag(before);
     QByteArrayList changes;
     for (std::size_t index = 0; index < new_texts.size(); ++index) {
         if (old_texts.at(index) == new_texts.at(index))
@@ -78,7 +70,7 @@ QByteArray tag_fields_text(const QByteArray& block)
 QJsonObject tag_object(const QByteArray& block)
 {
     QJsonObject object;
-    if (!is_tag(block))
+    if (!TagRecord::is_tag(block))
         return object;
     const TagTexts texts = texts_of(block);
     for (std::size_t index = 0; index < texts.size(); ++index)
