@@ -9,7 +9,8 @@
 
 // The files picked for one disc: a table of 1000 slots in the shared state.
 
-/// The slots that are scanned and filled, 0 to 999.
+/// The slots that are scanned and filled, 0 to 999. Their names and which of them are free are for the functions below
+/// to change.
 std::span<FinalListEntry> final_list_slots();
 
 /// Result of add_to_final_list.

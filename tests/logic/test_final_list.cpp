@@ -5,9 +5,12 @@
 #include "selection/final_list.h"
 
 #include <QCoreApplication>
+#include <QRandomGenerator>
 #include <QTest>
 
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -56,6 +59,163 @@ QByteArray tagged_file(const QByteArray& artist, const QByteArray& title)
     return sample_tag({.title = title, .artist = artist, .album = {}, .year = {}, .comment = {}});
 }
 
+/// The table as it is told: each operation goes through the slots one by one.
+class PlainTable
+{
+public:
+    i16 add(const QString& name, const QString& folder, i32 size)
+    {
+        const auto slot = std::ranges::find(slots_, 0, &FinalListEntry::in_use);
+        if (slot == slots_.end())
+            return list_full;
+        if (has_live(name))
+            return already_listed;
+        slot->in_use = 1;
+        slot->kind = name.startsWith(u'[') ? 1 : 0;
+        slot->name = name;
+        slot->folder = folder;
+        slot->full_path = folder + name;
+        slot->size = size;
+        return added;
+    }
+
+    i16 remove(const QString& name, const QString& folder)
+    {
+        return free(first([&](const FinalListEntry& slot) { return slot.name == name && slot.folder == folder; }));
+    }
+
+    i16 remove_by_path(const QString& path)
+    {
+        return free(first([&](const FinalListEntry& slot) { return slot.full_path == path; }));
+    }
+
+    bool has_live(const QString& name)
+    {
+        return first([&](const FinalListEntry& slot) { return slot.in_use == 1 && slot.name == name; }) != nullptr;
+    }
+
+    bool has_live(const QString& name, const QString& folder) { return live(name, folder) != nullptr; }
+
+    i16 rename(const QString& old_name, const QString& old_folder, const QString& name, const QString& folder)
+    {
+        FinalListEntry* const slot = has_live(name) ? nullptr : live(old_name, old_folder);
+        if (slot == nullptr)
+            return 0;
+        slot->kind = name.startsWith(u'[') ? 1 : 0;
+        slot->name = name;
+        slot->folder = folder;
+        slot->full_path = folder + name;
+        return 1;
+    }
+
+    QString folder_of(const QString& name)
+    {
+        FinalListEntry* const slot =
+            first([&](const FinalListEntry& entry) { return entry.in_use == 1 && entry.name == name; });
+        return slot != nullptr ? slot->folder : slots_.front().folder;
+    }
+
+    void mark(const QString& name, i16 value)
+    {
+        if (FinalListEntry* const slot = first([&](const FinalListEntry& entry) { return entry.name == name; }))
+            slot->convert = value;
+    }
+
+    const std::vector<FinalListEntry>& slots() const { return slots_; }
+
+private:
+    template<typename Matches> FinalListEntry* first(const Matches& matches)
+    {
+        const auto slot = std::ranges::find_if(slots_, matches);
+        return slot == slots_.end() ? nullptr : &*slot;
+    }
+
+    FinalListEntry* live(const QString& name, const QString& folder)
+    {
+        return first(
+            [&](const FinalListEntry& slot) { return slot.in_use == 1 && slot.name == name && slot.folder == folder; });
+    }
+
+    static i16 free(FinalListEntry* slot)
+    {
+        if (slot == nullptr)
+            return 0;
+        slot->in_use = 0;
+        return 1;
+    }
+
+    std::vector<FinalListEntry> slots_ = std::vector<FinalListEntry>(1000);
+};
+
+bool is_same(const FinalListEntry& a, const FinalListEntry& b)
+{
+    return a.in_use == b.in_use && a.kind == b.kind && a.convert == b.convert && a.name == b.name &&
+           a.folder == b.folder && a.full_path == b.full_path && a.size == b.size;
+}
+
+/// A walk of random operations on the table and on a plain one.
+class TableWalk
+{
+public:
+    TableWalk(quint32 seed, int names) : random_(seed), names_(names) {}
+
+    /// Whether both gave the same answers.
+    bool step(int adds_in_100)
+    {
+        const QString name = any_name();
+        const QString folder = any_folder();
+        const QString other = any_name();
+        if (random_.bounded(100) < adds_in_100)
+            return add_to_final_list(name, folder, folder + name, 7, {}, {}) == plain_.add(name, folder, 7);
+        switch (random_.bounded(7)) {
+        case 0:
+            return remove_from_final_list(name, folder, {}, 7) == plain_.remove(name, folder);
+        case 1:
+            return remove_from_final_list_by_path(folder + name) == plain_.remove_by_path(folder + name);
+        case 2:
+            return is_name_in_final_list(name) == (plain_.has_live(name) ? 1 : 0);
+        case 3:
+            return is_in_final_list(name, folder) == (plain_.has_live(name, folder) ? 1 : 0);
+        case 4:
+            return rename_in_final_list(name, folder, other, folder) == plain_.rename(name, folder, other, folder);
+        case 5:
+            return final_list_folder_of(name) == plain_.folder_of(name);
+        default: {
+            const auto value = static_cast<i16>(random_.bounded(2));
+            set_convert_mark(name, value);
+            plain_.mark(name, value);
+            return true;
+        }
+        }
+    }
+
+    bool is_table() const { return std::ranges::equal(final_list_slots(), plain_.slots(), is_same); }
+
+private:
+    QString any_name()
+    {
+        const int number = random_.bounded(names_);
+        switch (number % 5) {
+        case 0:
+            return u"[A][%1].mp3"_s.arg(number);
+        case 1:
+            return u"song %1.MP3"_s.arg(number - 1); // but for the case the one below
+        case 2:
+            return number == 2 ? QString() : u"song %1.mp3"_s.arg(number - 2);
+        case 3:
+            return u"노래 %1.mp3"_s.arg(number);
+        default:
+            return numbered(number);
+        }
+    }
+
+    QString any_folder() { return random_.bounded(3) == 0 ? folder_b : folder_a; }
+
+    QRandomGenerator random_;
+    int names_;
+    PlainTable plain_;
+};
+
 } // namespace
 
 class TestFinalList : public QObject
@@ -101,6 +261,9 @@ private Q_SLOTS:
     void total_text_data();
     void total_text();
     void totals_follow_the_table();
+    void a_fresh_run_has_a_table_of_its_own();
+    void random_walks_agree_with_a_plain_table_data();
+    void random_walks_agree_with_a_plain_table();
 };
 
 void TestFinalList::a_fresh_table_is_empty()
@@ -522,6 +685,50 @@ void TestFinalList::totals_follow_the_table()
     QCOMPARE(shared.final_list_bytes, 0);
     fill_all_slots();
     QCOMPARE(shared.final_list_count, 1000);
+}
+
+void TestFinalList::a_fresh_run_has_a_table_of_its_own()
+{
+    for (const QString& last : {u"b.mp3"_s, u""_s, QString()}) {
+        add(u"a.mp3"_s);
+        add(last);
+        shared = {};
+        QCOMPARE(is_name_in_final_list(u"a.mp3"_s), i16{0});
+        QCOMPARE(is_name_in_final_list(last), i16{0});
+        QCOMPARE(add(u"c.mp3"_s), added);
+        QCOMPARE(shared.final_list[0].name, u"c.mp3"_s);
+        shared = {};
+    }
+}
+
+void TestFinalList::random_walks_agree_with_a_plain_table_data()
+{
+    QTest::addColumn<int>("names");
+    QTest::addColumn<int>("adds_in_100");
+    QTest::addColumn<int>("steps");
+    QTest::newRow("a few names again and again") << 6 << 40 << 2000;
+    QTest::newRow("many names in a table with gaps") << 400 << 30 << 4000;
+    QTest::newRow("more names than the table holds") << 3000 << 85 << 3000;
+    QTest::newRow("removals and renames of little") << 40 << 10 << 2000;
+}
+
+void TestFinalList::random_walks_agree_with_a_plain_table()
+{
+    QFETCH(int, names);
+    QFETCH(int, adds_in_100);
+    QFETCH(int, steps);
+    NotedMessages messages;
+    for (quint32 seed = 1; seed <= 2; ++seed) {
+        shared = {}; // with what the walk before left behind
+        TableWalk walk(seed, names);
+        for (int step = 1; step <= steps; ++step) {
+            QVERIFY2(walk.step(adds_in_100), qPrintable(u"seed %1, step %2"_s.arg(seed).arg(step)));
+            if (step % 100 == 0)
+                QVERIFY2(walk.is_table(), qPrintable(u"seed %1, step %2"_s.arg(seed).arg(step)));
+        }
+        QVERIFY(walk.is_table());
+    }
+    messages.take();
 }
 
 QUILMO_LOGIC_TEST(TestFinalList)
