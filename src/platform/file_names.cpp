@@ -67,6 +67,18 @@ void append_utf8(QByteArray& bytes, char32_t code)
     }
 }
 
+/// Adds what `name` begins with that takes the same characters on disk; gives how many they are. Most names hold
+/// nothing else.
+qsizetype append_plain(QByteArray& path, QStringView name)
+{
+    const auto is_plain = [](QChar c) { return c != QChar(0) && c < QChar(0x80) && c != u'/' && c != u'\\'; };
+    const auto* const end = std::ranges::find_if_not(name, is_plain);
+    const qsizetype size = path.size();
+    path.resize(size + (end - name.begin()));
+    std::transform(name.begin(), end, path.begin() + size, [](QChar c) { return c.toLatin1(); });
+    return end - name.begin();
+}
+
 bool is_stray_byte(char16_t unit)
 {
     return unit >= stray_byte_base + 0x80 && unit <= stray_byte_base + 0xFF;
@@ -106,7 +118,7 @@ bool append_name(QByteArray& path, QStringView name)
 {
     if (name.empty() || name == u"." || name == u"..")
         return false;
-    for (qsizetype place = 0; place < name.size(); ++place) {
+    for (qsizetype place = append_plain(path, name); place < name.size(); ++place) {
         const char16_t unit = name[place].unicode();
         if (unit == 0 || unit == u'/' || unit == u'\\')
             return false;
