@@ -56,21 +56,20 @@ enum class GroupWalk
 /// Walks one group of a bracket form from `position` on. `position` moves behind what was walked.
 GroupWalk walk_group(QStringView stem, const Brackets& brackets, qsizetype& position, QString& field)
 {
-    const qsizetype start = position;
-    for (; position < stem.size(); ++position) {
-        const QChar c = stem[position];
-        if (position == start && c != brackets.opening)
-            return GroupWalk::refused;
-        if (position == start + 1 && c == brackets.closing)
-            return GroupWalk::refused;
-        if (c == brackets.closing) {
-            ++position;
-            return GroupWalk::closed;
-        }
-        if (position > start)
-            field.append(c);
+    const QStringView rest = stem.sliced(position);
+    if (rest.empty())
+        return GroupWalk::open;
+    const QStringView inside = rest.sliced(1);
+    const qsizetype length = std::ranges::find(inside, brackets.closing) - inside.begin();
+    if (rest.front() != brackets.opening || (length == 0 && !inside.empty()))
+        return GroupWalk::refused;
+    field = inside.first(length).toString();
+    if (length == inside.size()) {
+        position = stem.size();
+        return GroupWalk::open;
     }
-    return GroupWalk::open;
+    position += length + 2;
+    return GroupWalk::closed;
 }
 
 enum class FieldWalk
@@ -83,19 +82,14 @@ enum class FieldWalk
 /// Walks the first field of a dash form from the stem's start on. `position` moves behind what was walked.
 FieldWalk walk_first_field(QStringView stem, qsizetype& position, QString& field)
 {
-    for (; position < stem.size(); ++position) {
-        const QChar c = stem[position];
-        if (position == 0 && c == u'-')
-            return FieldWalk::refused;
-        if (is_bracket(c))
-            return FieldWalk::refused;
-        if (c == u'-') {
-            ++position;
-            return FieldWalk::dash;
-        }
-        field.append(c);
-    }
-    return FieldWalk::end;
+    position = std::ranges::find_if(stem, [](QChar c) { return c == u'-' || is_bracket(c); }) - stem.begin();
+    field = stem.first(position).toString();
+    if (position == stem.size())
+        return FieldWalk::end;
+    if (position == 0 || is_bracket(stem[position]))
+        return FieldWalk::refused;
+    ++position;
+    return FieldWalk::dash;
 }
 
 /// Whether a character other than the nine may stand in a field of a shape: only delimiters are ever refused.
@@ -203,17 +197,14 @@ FifParse parse_dashes(QStringView stem)
     int dashes = walk == FieldWalk::dash ? 1 : 0;
 
     // A dash that ends the stem right behind the artist is accepted on purpose, with an empty title.
-    const qsizetype start = position;
-    for (; position < stem.size(); ++position) {
-        const QChar c = stem[position];
-        const bool at_an_end = position == start || position == stem.size() - 1;
-        if ((at_an_end && c == u'-') || is_bracket(c))
-            return {};
-        if (c == u'-')
-            ++dashes;
-        else
-            (dashes == 2 ? parse.fields.genre : parse.fields.title).append(c);
+    const QStringView rest = stem.sliced(position);
+    if (rest.startsWith(u'-') || rest.endsWith(u'-') || std::ranges::any_of(rest, is_bracket))
+        return {};
+    for (const QStringView field : rest.tokenize(u'-')) {
+        (dashes == 2 ? parse.fields.genre : parse.fields.title).append(field);
+        ++dashes;
     }
+    --dashes; // each field but the first has one before it
     parse.valid = dashes == 1 || dashes == 2;
     return parse;
 }

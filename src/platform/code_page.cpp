@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace {
@@ -42,24 +43,26 @@ private:
 KoreanPage::KoreanPage() : characters_(0x10000), pairs_(0x10000)
 {
     // One batch, a line for each pair: behind a pair that the page lacks the line end brings the decoder back in step.
-    std::vector<std::uint16_t> candidates;
-    QByteArray lines;
-    for (int lead = first_lead; lead <= last_half; ++lead) {
-        for (int trail = first_trail; trail <= last_half; ++trail) {
-            candidates.push_back(static_cast<std::uint16_t>((lead << 8) | trail));
-            lines.append(static_cast<char>(lead)).append(static_cast<char>(trail)).append('\n');
-        }
+    constexpr int trails = last_half - first_trail + 1;
+    constexpr int candidates = (last_half - first_lead + 1) * trails;
+    constexpr int line_bytes = 3;
+    const auto lead_of = [](int candidate) { return first_lead + candidate / trails; };
+    const auto trail_of = [](int candidate) { return first_trail + candidate % trails; };
+    std::string lines(candidates * line_bytes, '\n');
+    for (int candidate = 0; candidate < candidates; ++candidate) {
+        lines[candidate * line_bytes] = static_cast<char>(lead_of(candidate));
+        lines[candidate * line_bytes + 1] = static_cast<char>(trail_of(candidate));
     }
     QStringDecoder decoder("windows-949");
     const QString decoded = decoder.decode(lines);
-    qsizetype next = 0;
+    int candidate = 0;
     for (const QStringView line : QStringView(decoded).tokenize(u'\n')) {
         if (line.size() == 1 && line.front() != QChar::ReplacementCharacter) {
-            const std::uint16_t pair = candidates[next];
+            const auto pair = static_cast<std::uint16_t>((lead_of(candidate) << 8) | trail_of(candidate));
             characters_[pair] = line.front().unicode();
             pairs_[line.front().unicode()] = pair;
         }
-        ++next;
+        ++candidate;
     }
 }
 

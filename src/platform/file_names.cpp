@@ -71,12 +71,15 @@ void append_utf8(QByteArray& bytes, char32_t code)
 /// nothing else.
 qsizetype append_plain(QByteArray& path, QStringView name)
 {
-    const auto is_plain = [](QChar c) { return c != QChar(0) && c < QChar(0x80) && c != u'/' && c != u'\\'; };
-    const auto* const end = std::ranges::find_if_not(name, is_plain);
+    const auto is_plain = [](char16_t unit) { return unit > 0 && unit < 0x80 && unit != u'/' && unit != u'\\'; };
     const qsizetype size = path.size();
-    path.resize(size + (end - name.begin()));
-    std::transform(name.begin(), end, path.begin() + size, [](QChar c) { return c.toLatin1(); });
-    return end - name.begin();
+    path.resize(size + name.size());
+    char* const bytes = path.data() + size;
+    qsizetype count = 0;
+    for (; count < name.size() && is_plain(name[count].unicode()); ++count)
+        bytes[count] = static_cast<char>(name[count].unicode());
+    path.truncate(size + count);
+    return count;
 }
 
 bool is_stray_byte(char16_t unit)

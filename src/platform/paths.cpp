@@ -47,12 +47,12 @@ QByteArray native_path(const QString& path)
     while (!names.empty()) {
         if (names[0] != u'\\')
             return {};
-        const qsizetype next = names.indexOf(u'\\', 1);
-        const qsizetype end = next < 0 ? names.size() : next;
+        names = names.sliced(1);
+        const qsizetype length = std::ranges::find(names, u'\\') - names.begin();
         native += '/';
-        if (!append_name(native, names.sliced(1, end - 1)))
+        if (!append_name(native, names.first(length)))
             return {};
-        names = names.sliced(end);
+        names = names.sliced(length);
     }
     return native.isEmpty() ? QByteArray("/") : native;
 }
