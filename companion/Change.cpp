@@ -126,11 +126,15 @@ Reason perform(const Change& change)
         return {};
     const QByteArray done = change.renames() ? "renamed, but " : "";
     const QString path = program_path(change.new_path());
-    Clear_read_only(path);
+    if (change.block->mode)
+        Clear_read_only(path);
     const BinaryFile file(path, BinaryFile::Access::write);
     if (!file.is_open())
         return failure(done + "its tag cannot be written: no right to write it");
-    if (last_block(file) != change.block->before)
+    const QByteArray block = last_block(file);
+    if (block == change.block->after) // by another name of the same file
+        return {};
+    if (block != change.block->before)
         return failure(done + "its tag is left alone: it has changed meanwhile");
     if (!write_block(file, change.block->after))
         return failure(done + "its tag cannot be written: " + error_text(EIO));

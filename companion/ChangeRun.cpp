@@ -12,9 +12,9 @@ constexpr int status_cells = 9;
 /// A line of output: what happens, the path, and what there is to say.
 QByteArray status_line(const QByteArray& status, const QByteArray& path, const QByteArray& rest)
 {
-    QByteArray line;
-    append_cell(line, status, status_cells);
-    return line + shown(QByteArrayView(path)) + rest;
+    QByteArray line = status.leftJustified(status_cells);
+    append_shown(line, path);
+    return line + rest;
 }
 
 QByteArray status_of(const Change& change, bool is_done)
@@ -28,7 +28,7 @@ QByteArray change_text(const Change& change)
 {
     QByteArray text;
     if (change.renames())
-        text += " -> " + shown(QByteArrayView(change.new_name));
+        text += " -> " + shown(change.new_name);
     if (change.block)
         text += (change.renames() ? "; tag: " : ": ") + tag_change_text(change.block->before, change.block->after);
     if (change.tagless)
@@ -88,7 +88,7 @@ void ChangeRun::cannot(const QByteArray& shown_path, const Reason& reason, const
     ++failed_;
     output_.fail();
     if (!output_.is_json()) {
-        const QByteArray wanted = new_name.isEmpty() ? QByteArray() : " -> " + shown(QByteArrayView(new_name));
+        const QByteArray wanted = new_name.isEmpty() ? QByteArray() : " -> " + shown(new_name);
         return output_.write(status_line("cannot", shown_path, wanted + ": " + reason.text()));
     }
     QJsonObject object{{u"status"_s, u"cannot"_s}};
@@ -147,7 +147,7 @@ void ChangeRun::make_noted()
 {
     journal_->finish();
     const JournalReader journal(journal_->path());
-    output_.remark("journal: " + shown(QByteArrayView(journal_->path())));
+    output_.remark("journal: " + shown(journal_->path()));
     qint64 number = 0;
     journal.each_forwards([&](Change change) {
         change.tagless = tagless_.value(number++);

@@ -23,7 +23,7 @@ void Output::path_failed(const QByteArray& path, const QByteArray& reason)
 {
     fail();
     if (!is_json_) {
-        remark(shown(QByteArrayView(path)) + ": " + reason);
+        remark(shown(path) + ": " + reason);
         return;
     }
     QJsonObject object;

@@ -13,15 +13,15 @@ constexpr int artist_cells = 22;
 constexpr int title_cells = 26;
 constexpr int genre_cells = 14;
 
-QByteArray class_of(const Look& look)
+QLatin1StringView class_of(const Look& look)
 {
     switch (look.kind) {
     case 1:
-        return "FIF";
+        return "FIF"_L1;
     case 2:
-        return "tag";
+        return "tag"_L1;
     default:
-        return look.reason.code == Reason::unreadable ? "error" : "none";
+        return look.reason.code == Reason::unreadable ? "error"_L1 : "none"_L1;
     }
 }
 
@@ -30,22 +30,22 @@ QByteArray line_of(const MusicFile& file, const Look& look, const NewName& new_n
     constexpr qsizetype room_of_most_lines = 300;
     QByteArray line;
     line.reserve(room_of_most_lines);
-    append_cell(line, class_of(look), class_cells);
+    append_cell(line, QString(class_of(look)), class_cells);
     line += QByteArray::number(Byte_count(look.name)).rightJustified(3) + "  ";
-    append_cell(line, shown(look.fields.artist), artist_cells);
-    append_cell(line, shown(look.fields.title), title_cells);
-    append_cell(line, shown(look.fields.genre), genre_cells);
-    line += shown(QByteArrayView(file.shown_path()));
+    append_cell(line, look.fields.artist, artist_cells);
+    append_cell(line, look.fields.title, title_cells);
+    append_cell(line, look.fields.genre, genre_cells);
+    append_shown(line, file.shown_path());
     if (new_name.reason)
         line += ": " + new_name.reason.text();
     else if (new_name.name != look.name)
-        line += " -> " + shown(new_name.name);
+        append_shown(line += " -> ", new_name.name);
     return line;
 }
 
 QJsonObject object_of(const MusicFile& file, const Look& look, const NewName& new_name)
 {
-    QJsonObject object{{u"class"_s, QString::fromLatin1(class_of(look))}, {u"bytes"_s, Byte_count(look.name)}};
+    QJsonObject object{{u"class"_s, class_of(look)}, {u"bytes"_s, Byte_count(look.name)}};
     put_bytes(object, u"path"_s, file.shown_path());
     if (look.kind != 0) {
         put_bytes(object, u"artist"_s, bytes_of_field(look.fields.artist));

@@ -5,9 +5,11 @@
 #include "core/mod_of_grobal_var.h"
 #include "core/user_settings.h"
 #include "platform/RunTimeError.h"
+#include "platform/code_page.h"
 #include "platform/drives.h"
 
 #include <csignal>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -35,9 +37,11 @@ void begin(const Order& order)
     }
 }
 
-/// The forced value must leave something to put into a name.
+/// The forced value must leave something to put into a name, and its bytes must be counted with 16 bits.
 void check_fixed(const std::optional<QString>& value, const QByteArray& option)
 {
+    if (value && code_page_bytes(*value) > std::numeric_limits<i16>::max())
+        throw UsageError{option + ": its value is too long"};
     if (value && trimmed_and_cleaned(*value).isEmpty())
         throw UsageError{option + ": nothing of its value can stand in a name"};
 }
@@ -87,7 +91,7 @@ int run_companion(std::span<char*> words, const Streams& streams, int helpers)
     } catch (const UsageError& error) {
         return usage_error(error, output);
     } catch (const JournalError& error) {
-        output.remark(shown(QByteArrayView(error.path)) + ": " + error.text);
+        output.remark(shown(error.path) + ": " + error.text);
         output.fail();
     } catch (const RunTimeError& error) {
         output.remark("the settings cannot be used: " + error.text().toUtf8());

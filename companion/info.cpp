@@ -21,7 +21,7 @@ bool is_tag(const QByteArray& block)
 
 QByteArray text_of(const MusicFile& file, const cIDV3& facts, const QByteArray& block)
 {
-    QByteArray text = shown(QByteArrayView(file.shown_path())) + '\n';
+    QByteArray text = shown(file.shown_path()) + '\n';
     QStringList lines = facts.InfoString().split(u"\r\n"_s, Qt::SkipEmptyParts);
     if (lines.isEmpty())
         lines = {u"Size: %1 bytes"_s.arg(facts.FileBytes()), u"no MPEG-1 Layer III frame near its beginning"_s};

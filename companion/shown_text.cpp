@@ -12,9 +12,9 @@ namespace {
 
 constexpr char16_t backslash_in_names = 0xF05C;
 
-bool is_plain(char byte)
+template<typename Character> bool is_plain(Character character)
 {
-    return byte >= ' ' && byte <= '~' && byte != '\\';
+    return character >= ' ' && character <= '~' && character != '\\';
 }
 
 bool is_stray_byte(char16_t unit)
@@ -39,35 +39,50 @@ QByteArray escape(char16_t unit)
 
 } // namespace
 
-QByteArray shown(QByteArrayView bytes)
+void append_shown(QByteArray& line, QByteArrayView bytes)
 {
-    if (std::ranges::all_of(bytes, is_plain))
-        return bytes.toByteArray();
-    QByteArray text;
-    const QString name = name_from_bytes(bytes);
-    for (qsizetype place = 0; place < name.size(); ++place) {
-        const QChar character = name[place];
+    if (std::ranges::all_of(bytes, is_plain<char>))
+        line += bytes;
+    else
+        append_shown(line, QStringView(name_from_bytes(bytes)));
+}
+
+void append_shown(QByteArray& line, QStringView text)
+{
+    for (qsizetype place = 0; place < text.size(); ++place) {
+        const QChar character = text[place];
         const char16_t unit = character.unicode();
-        if (character.isHighSurrogate()) {
-            text += QStringView(name).sliced(place++, 2).toUtf8();
+        const bool is_pair = character.isHighSurrogate() && place + 1 < text.size() && text[place + 1].isLowSurrogate();
+        if (is_plain(unit)) {
+            line += static_cast<char>(unit);
+        } else if (is_pair) {
+            append_name(line, text.sliced(place++, 2));
         } else if (is_stray_byte(unit)) {
             // What stands below 0xA0 are control characters for terminals that do not speak UTF-8.
             const auto byte = static_cast<char16_t>(unit & 0xFFU);
-            text += byte < 0xA0 ? escape(byte) : QByteArray(1, static_cast<char>(byte));
-        } else if (unit == backslash_in_names) {
-            text += "\\\\";
-        } else if (!is_drawn(character)) {
-            text += escape(unit);
+            line += byte < 0xA0 ? escape(byte) : QByteArray(1, static_cast<char>(byte));
+        } else if (unit == backslash_in_names || unit == u'\\') {
+            line += "\\\\";
+        } else if (character.isSurrogate() || !is_drawn(character)) {
+            line += escape(unit);
         } else {
-            text += QStringView(&character, 1).toUtf8();
+            append_name(line, text.sliced(place, 1));
         }
     }
+}
+
+QByteArray shown(QByteArrayView bytes)
+{
+    QByteArray text;
+    append_shown(text, bytes);
     return text;
 }
 
-QByteArray shown(const QString& field)
+QByteArray shown(QStringView text)
 {
-    return shown(QByteArrayView(bytes_of_field(field)));
+    QByteArray bytes;
+    append_shown(bytes, text);
+    return bytes;
 }
 
 QByteArray bytes_of_field(const QString& field)
@@ -76,14 +91,16 @@ QByteArray bytes_of_field(const QString& field)
     return bytes.isEmpty() ? field.toUtf8() : bytes;
 }
 
-void append_cell(QByteArray& line, const QByteArray& text, int cells)
+void append_cell(QByteArray& line, QStringView text, int cells)
 {
     constexpr int least_blanks = 2;
-    line += text;
-    if (std::ranges::all_of(text, is_plain)) {
-        cells -= static_cast<int>(text.size());
+    const qsizetype begin = line.size();
+    append_shown(line, text);
+    const QByteArrayView added = QByteArrayView(line).sliced(begin);
+    if (std::ranges::all_of(added, is_plain<char>)) {
+        cells -= static_cast<int>(added.size());
     } else {
-        for (const char32_t character : QString::fromUtf8(text).toUcs4())
+        for (const char32_t character : QString::fromUtf8(added).toUcs4())
             cells -= std::max(wcwidth(static_cast<wchar_t>(character)), 0);
     }
     line.append(std::max(cells, least_blanks), ' ');

@@ -43,13 +43,12 @@ void Undo::tell(const Change& change, const TakenBack& result)
 {
     const QByteArray status = result.reason ? "cannot" : result.had_to ? "undone" : "keep";
     if (!output_.is_json()) {
-        QByteArray line;
-        append_cell(line, status, status_cells);
+        QByteArray line = status.leftJustified(status_cells);
         if (status == "keep")
-            return output_.write(line + shown(QByteArrayView(change.old_path())));
-        line += shown(QByteArrayView(change.new_path()));
+            return output_.write(line + shown(change.old_path()));
+        line += shown(change.new_path());
         if (change.renames())
-            line += " -> " + shown(QByteArrayView(change.old_name));
+            line += " -> " + shown(change.old_name);
         return output_.write(line + (result.reason ? ": " + result.reason.text() : QByteArray()));
     }
     QJsonObject object{{u"status"_s, QString::fromLatin1(status)}};

@@ -70,7 +70,7 @@ QList<QJsonObject> Told::objects() const
     return objects;
 }
 
-Told run_fif(const QByteArrayList& words, const QByteArray& input)
+Told run_fif(const QByteArrayList& words, const QByteArray& input, int helpers)
 {
     QByteArrayList all = QByteArrayList{"quilmo-fif"} + words;
     std::vector<char*> pointers;
@@ -82,7 +82,7 @@ Told run_fif(const QByteArrayList& words, const QByteArray& input)
     std::fwrite(input.constData(), 1, static_cast<std::size_t>(input.size()), in.get());
     std::rewind(in.get());
     Told told;
-    told.status = run_companion(pointers, {.in = in.get(), .out = out.stream(), .err = err.stream()});
+    told.status = run_companion(pointers, {.in = in.get(), .out = out.stream(), .err = err.stream()}, helpers);
     told.out = out.bytes();
     told.err = err.bytes();
     return told;

@@ -24,8 +24,9 @@ struct Told
     QList<QJsonObject> objects() const;
 };
 
-/// Runs the companion within this process. `words` follow its name, `input` is what it finds on its standard input.
-Told run_fif(const QByteArrayList& words, const QByteArray& input = {});
+/// Runs the companion within this process. `words` follow its name, `input` is what it finds on its standard input,
+/// `helpers` are its threads beside the caller's.
+Told run_fif(const QByteArrayList& words, const QByteArray& input = {}, int helpers = 1);
 
 /// A temporary folder of music on disk, in memory where the machine lets it.
 class MusicPlace

@@ -69,6 +69,7 @@ private Q_SLOTS:
     void an_old_name_that_is_taken_stays_taken();
     void a_tag_that_was_cut_off_comes_back();
     void a_read_only_file_is_read_only_again();
+    void a_file_with_two_names_comes_back();
     void what_the_run_could_not_do_needs_no_undo();
     void another_file_is_no_journal_data();
     void another_file_is_no_journal();
@@ -216,6 +217,20 @@ void TestCompanionUndo::a_read_only_file_is_read_only_again()
     QCOMPARE(mode_of(place.path("(Bob)(Sky).mp3")), mode_t(0664));
     QCOMPARE(undo(place).status, 0);
     QCOMPARE(mode_of(place.path("[Bob][Sky].mp3")), mode_t(0464));
+    QCOMPARE(place.content(), before);
+}
+
+void TestCompanionUndo::a_file_with_two_names_comes_back()
+{
+    const MusicPlace place;
+    place.write("a.mp3", song("Ann", "Sea"));
+    fs::create_hard_link(place.path("a.mp3").toStdString(), place.path("b.mp3").toStdString());
+    const auto before = place.content();
+    const Told told = run_fif(QByteArrayList{"tag", "--artist", "Bob"} + applied(place) + QByteArrayList{place.root()});
+    QCOMPARE(told.status, 0);
+    QVERIFY(told.lines()[0].startsWith("tagged") && told.lines()[1].startsWith("tagged"));
+    QVERIFY(place.content() != before);
+    QCOMPARE(undo(place).status, 0);
     QCOMPARE(place.content(), before);
 }
 

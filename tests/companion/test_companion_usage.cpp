@@ -51,6 +51,8 @@ void TestCompanionUsage::wrong_usage_data()
         "--fix-artist: nothing of its value can stand in a name");
     row("a genre of delimiters", {"convert", "--type", "5", "--fix-genre", "[-]", "x"},
         "--fix-genre: nothing of its value can stand in a name");
+    row("an artist beyond all bounds", {"convert", "--fix-artist", QByteArray(40'000, 'A'), "x"},
+        "--fix-artist: its value is too long");
     row("an artist that is no UTF-8", {"convert", "--fix-artist", "\xff", "x"}, "a text that is no UTF-8");
     row("no field", {"tag", "x"},
         "tag: no field to set; give --artist, --title, --album, --year, --comment or --genre");
