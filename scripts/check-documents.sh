@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Holds the documents against what they speak of:
 #   - what links and pictures of all pages point to is there, headings included;
-#   - source files and scripts that the pages for developers name are there;
+#   - source files and scripts that the pages for developers name are there, and what quilmo-fif is asked to do, it can;
 #   - the guides in the three languages have the same chapters, the same pictures, and show them in their own language;
 #   - what stands in bold in a guide is a text that the windows show in its language.
 # Prints each fault; exit status 1 if there is one.
@@ -37,9 +37,17 @@ for my $page (@pages) {
     }
 }
 
-for my $page (grep { -e } 'README.md', 'CONTRIBUTING.md', 'docs/architecture.md') {
-    for my $name (text_of($page) =~ m{`(?:\./)?([\w./-]+\.(?:cpp|h|sh|cmake))\b[^`]*`}g) {
+for my $page ('README.md', 'CONTRIBUTING.md', 'docs/architecture.md') {
+    for my $name (text_of($page) =~ m{(?<![\w/.*-])(?:\./)?([\w-]+(?:/[\w.-]+)*\.(?:cpp|h|sh|cmake))\b}g) {
         fault("$page: there is no $name") unless grep { $_ eq $name || m{/\Q$name\E$} } @files;
+    }
+}
+
+my %guides = (en => 'docs/guide.md', ko => 'docs/ko/guide.md', de => 'docs/de/guide.md');
+my %told = map { $_ => 1 } text_of('companion/help.cpp') =~ /(?:quilmo-fif |(?=--))([\w-]+)/g;
+for my $page ('README.md', values %guides) {
+    for my $order (text_of($page) =~ /quilmo-fif +([^`\n#]*)/g) {
+        $told{$_} or fault("$page: quilmo-fif has no $_") for $order =~ /^[a-z]+\b|--[\w-]+/g;
     }
 }
 
@@ -69,7 +77,6 @@ for my $everywhere ("Can't Auto Convert", 'Vurlo', 'Vurlo Utility Ver 1.0', 'Sel
     @{$texts{$_}}{$everywhere} = () for 'ko', 'de';
 }
 
-my %guides = (en => 'docs/guide.md', ko => 'docs/ko/guide.md', de => 'docs/de/guide.md');
 my (%chapters, %pictures);
 for my $language (sort keys %guides) {
     my $guide = $guides{$language};
