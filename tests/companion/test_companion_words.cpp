@@ -37,7 +37,7 @@ QSet<QString> options_in(const QString& text)
 
 QSet<QString> options_of_fish()
 {
-    static const QRegularExpression option(uR"(-(l|s) ([a-z0-9-]+))"_s);
+    static const QRegularExpression option(uR"((?<!set )-(l|s) ([a-z0-9-]+))"_s);
     QSet<QString> options;
     for (auto match = option.globalMatch(text_of(u"completions/quilmo-fif.fish"_s)); match.hasNext();) {
         const QRegularExpressionMatch found = match.next();
