@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Measures the program beside the bare system calls of the same work and beside other programs, and writes the tables of
 # docs/performance.md:  ./bench.sh [--quick] [PART...]
-# Parts: files, list, dialogs, tree, start, memory, peers, slow-peers, player, copies; all without names. The tables of the other
-# parts keep what was measured last. --quick runs everything once on few files and writes no page, to see that it still
+# Parts: files, list, dialogs, tree, start, memory, companion, peers, slow-peers, player, copies; all without names. The
+# tables of the other parts keep what was measured last. --quick runs everything once on few files and writes no page, to see that it still
 # runs. Other programs are measured where they are installed:  scripts/install-packages.sh peers
 set -euo pipefail
 exec </dev/null
@@ -13,7 +13,7 @@ parts=()
 for argument in "$@"; do
     if [[ $argument == --quick ]]; then quick=1; else parts+=("$argument"); fi
 done
-((${#parts[@]})) || parts=(files list dialogs tree start memory peers slow-peers player copies)
+((${#parts[@]})) || parts=(files list dialogs tree start memory companion peers slow-peers player copies)
 
 scripts/install-packages.sh build run bench
 scripts/build.sh bench
@@ -90,6 +90,7 @@ for part in "${parts[@]}"; do
     tree) TMPDIR=$memory run_bench 'expand|walk' ;;
     start) measure_start ;;
     memory) measure_memory ;;
+    companion) TMPDIR=$memory measure_companion >>"$part_results" ;;
     peers) TMPDIR=$memory measure_peers "${peers[@]}" >>"$part_results" ;;
     slow-peers) TMPDIR=$memory measure_peers "${slow_peers[@]}" >>"$part_results" ;;
     player) run_bench 'open_.*|poll_.*|play_share' ;;

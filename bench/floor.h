@@ -10,6 +10,9 @@ using TagBytes = std::array<char, 128>;
 /// Opens a file, asks its size, reads its start and its last 128 bytes, closes it; gives the latter.
 TagBytes read_start_and_tag(const char* path);
 
+/// Opens a file, asks its size, reads its last 128 bytes, closes it; gives them.
+TagBytes read_tag(const char* path);
+
 /// Asks whether a file is there.
 void look_for(const char* path);
 

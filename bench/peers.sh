@@ -1,9 +1,10 @@
 # shellcheck shell=bash
-# Read by bench.sh: other programs that rename by tags and write tags, each by its fastest way to do the very work.
-# Wants $programs, $stopwatch, $files and $folders.
+# Read by bench.sh: the companion, and other programs that rename by tags and write tags, each by its fastest way to do
+# the very work. Wants $programs, $stopwatch, $results, $rounds, $largest, $files and $folders.
 # shellcheck disable=SC2154,SC2034
 
-peers=(floor quilmo taglib id3ren mp3rename id3 id3tool mp3info)
+companion=$PWD/build/bench/companion/quilmo-fif
+peers=(floor quilmo quilmo-fif quilmo-fif-journal taglib id3ren mp3rename id3 id3tool mp3info)
 slow_peers=(kid3-cli eyeD3 exiftool)
 
 # The command of a peer's program, empty where the bench has not got it.
@@ -11,6 +12,7 @@ program_of() {
     case $1 in
     floor) echo "$programs/quilmo-bench-bare-calls" ;;
     quilmo) echo "$programs/quilmo-bench-converter" ;;
+    quilmo-fif | quilmo-fif-journal) echo "$companion" ;;
     taglib) echo "$programs/quilmo-bench-taglib" ;;
     *) command -v "$1" ;;
     esac
@@ -20,6 +22,8 @@ program_of() {
 rename_with() {
     case $1 in
     floor | quilmo | taglib) "$stopwatch" "$(program_of "$1")" rename "$PWD" ;;
+    quilmo-fif) "$stopwatch" "$companion" convert --type 2 --apply --no-journal . ;;
+    quilmo-fif-journal) "$stopwatch" "$companion" convert --type 2 --apply . ;;
     id3ren) "$stopwatch" id3ren -nocfg -quiet '-template=[%a][%s].mp3' ./*/*.mp3 ;;
     mp3rename)
         mp3rename -s '[&a][&t]' >/dev/null
@@ -36,6 +40,8 @@ tag_with() {
     local artist='New Artist'
     case $1 in
     floor | quilmo | taglib) "$stopwatch" "$(program_of "$1")" tag "$PWD" ;;
+    quilmo-fif) "$stopwatch" "$companion" tag --artist "$artist" --apply --no-journal . ;;
+    quilmo-fif-journal) "$stopwatch" "$companion" tag --artist "$artist" --apply . ;;
     # It asks for a title, and for what is not told to be left out.
     id3ren)
         "$stopwatch" id3ren -nocfg -quiet -tag -tagonly -edit -quick -nogenre -notrack -song=Title "-artist=$artist" \
@@ -93,7 +99,7 @@ measure_peer() {
 # measure_peers PEER...
 measure_peers() {
     local peer work
-    export programs stopwatch
+    export programs stopwatch companion
     for peer in "$@"; do
         if [[ ! -x $(program_of "$peer") ]]; then
             echo "$peer is not installed, so it is left out." >&2
@@ -103,5 +109,42 @@ measure_peers() {
         for work in rename tag; do
             measure_peer "$peer" "$work"
         done
+    done
+}
+
+# make_plain SIZE: a fresh corpus, 200 files to the folder.
+make_plain() {
+    rm -rf "$TMPDIR/companion"
+    mkdir "$TMPDIR/companion"
+    "$programs/quilmo-bench-corpus" make "$TMPDIR/companion" "$1" "$((($1 + 199) / 200))" plain
+    sync -f "$TMPDIR/companion"
+}
+
+# time_companion NAME COMMAND...: notes how long it took.
+time_companion() {
+    printf '%s\t%s\n' "$1" "$("$stopwatch" "${@:2}" 2>/dev/null)"
+}
+
+# measure_companion: what the companion takes for few and many files, beside the bare system calls, and its memory.
+measure_companion() {
+    local size round corpus=$TMPDIR/companion
+    for size in 100 1000 10000 100000; do
+        ((size <= largest)) || continue
+        make_plain "$size"
+        for ((round = 0; round < (size > 10000 ? 3 : rounds); ++round)); do
+            time_companion "companion_check/$size/floor" "$programs/quilmo-bench-bare-calls" check "$corpus"
+            time_companion "companion_check/$size/work" "$companion" check "$corpus"
+        done
+        printf 'companion_memory/check/%s\t%s\n' "$size" "$("$stopwatch" --memory "$companion" check "$corpus")"
+        for ((round = 0; round < (size > 10000 ? 1 : (rounds + 2) / 3); ++round)); do
+            make_plain "$size"
+            time_companion "companion_convert/$size/floor" "$programs/quilmo-bench-bare-calls" convert "$corpus"
+            make_plain "$size"
+            time_companion "companion_convert/$size/work" \
+                "$companion" convert --type 2 --apply --no-journal "$corpus"
+        done
+        make_plain "$size"
+        printf 'companion_memory/convert/%s\t%s\n' "$size" \
+            "$("$stopwatch" --memory "$companion" convert --type 2 --apply "$corpus" 2>/dev/null)"
     done
 }

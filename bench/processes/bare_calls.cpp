@@ -1,5 +1,6 @@
 // The bare system calls of renaming files and writing tags, on all files in the folders below FOLDER:
-//   bare_calls rename|tag FOLDER
+//   bare_calls rename|tag FOLDER       as the dialogs do, which look at the sound, too
+//   bare_calls check|convert FOLDER    reading and renaming by the tags alone
 
 #include "floor.h"
 
@@ -21,12 +22,26 @@ std::string_view field(const TagBytes& tag, std::size_t place)
     return bytes.substr(0, bytes.find('\0'));
 }
 
-void rename_by_tag(const std::string& path)
+void rename_by(const TagBytes& tag, const std::string& path)
 {
-    const TagBytes tag = read_start_and_tag(path.c_str());
     std::string target = path.substr(0, path.rfind('/') + 1);
     target.append("[").append(field(tag, artist_place)).append("][").append(field(tag, title_place)).append("].mp3");
     rename_file(path.c_str(), target.c_str());
+}
+
+void rename_by_tag(const std::string& path)
+{
+    rename_by(read_start_and_tag(path.c_str()), path);
+}
+
+void check(const std::string& path)
+{
+    read_tag(path.c_str());
+}
+
+void convert(const std::string& path)
+{
+    rename_by(read_tag(path.c_str()), path);
 }
 
 void tag_anew(const std::string& path)
@@ -44,7 +59,11 @@ int main(int argc, char** argv)
 {
     if (argc != 3)
         return 2;
-    const auto act = std::string_view(argv[1]) == "rename" ? rename_by_tag : tag_anew;
+    const std::string_view work = argv[1];
+    const auto act = work == "rename"    ? rename_by_tag
+                     : work == "check"   ? check
+                     : work == "convert" ? convert
+                                         : tag_anew;
     for (const auto& folder : std::filesystem::directory_iterator(argv[2])) {
         // All names are read first: a listing tells a renamed file again.
         std::vector<std::string> paths;

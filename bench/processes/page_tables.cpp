@@ -46,6 +46,9 @@ const std::array aims = {
     Aim{u"Walk a tree of 100,000 folders"_s, u"walk/100000"_s, Aim::Kind::times_floor, 2},
     Aim{u"Start of the process until the splash is painted"_s, u"start"_s, Aim::Kind::times_floor, 1.3},
     Aim{u"Memory at rest"_s, u"memory"_s, Aim::Kind::times_floor, 1.5},
+    Aim{u"`quilmo-fif check` of 10,000 files in 50 folders"_s, u"companion_check/10000"_s, Aim::Kind::times_floor, 1.3},
+    Aim{u"`quilmo-fif convert --apply --no-journal` of as many"_s, u"companion_convert/10000"_s, Aim::Kind::times_floor,
+        1.5},
     Aim{u"Memory for each of 20,000 rows"_s, u"memory"_s, Aim::Kind::kilobytes_a_row, 0.7},
 };
 
@@ -204,6 +207,23 @@ QStringList peers_table(const Results& results)
     return lines;
 }
 
+/// What the companion has in memory at most.
+QStringList companion_table(const Results& results)
+{
+    QStringList lines = {row({u"Work"_s, u"1,000 files"_s, u"10,000"_s, u"100,000"_s}), u"|---|---:|---:|---:|"_s};
+    const auto add = [&](const QString& title, const QString& work) {
+        QStringList cells(title);
+        for (const QString& size : {u"1000"_s, u"10000"_s, u"100000"_s}) {
+            const std::optional<double> bytes = results.best(u"companion_memory/"_s + work + u'/' + size);
+            cells += number(scaled(bytes, 1.0 / 1024 / 1024), 1) + (bytes ? u" MB"_s : QString());
+        }
+        lines += row(cells);
+    };
+    add(u"`quilmo-fif check`"_s, u"check"_s);
+    add(u"`quilmo-fif convert --apply`, with its journal"_s, u"convert"_s);
+    return lines;
+}
+
 QStringList others_table(const Results& results)
 {
     QStringList lines = {row({u"Work"_s, u"Floor"_s, u"Quilmo"_s, u"× floor"_s}), u"|---|---:|---:|---:|"_s};
@@ -246,6 +266,8 @@ QStringList table(const QString& name, const Results& results)
         return growth_table(results);
     if (name == u"peers"_s)
         return peers_table(results);
+    if (name == u"companion"_s)
+        return companion_table(results);
     if (name == u"others"_s)
         return others_table(results);
     if (name == u"machine"_s)
