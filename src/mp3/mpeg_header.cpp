@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include <bit>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -186,17 +187,14 @@ std::string_view BitText::mid(std::size_t position, std::size_t length) const
 
 BitText byte_to_bit(ByteSlots& bytes)
 {
-    BitText text;
+    std::uint32_t bits = 0;
     for (int slot = 1; slot <= 4; ++slot) {
-        for (int power = 7; power >= 0; --power) {
-            if (bytes[slot] >> power == 1) {
-                text.append('1');
-                bytes[slot] = static_cast<std::uint8_t>(bytes[slot] - (1 << power));
-            } else if (!text.empty()) {
-                text.append('0');
-            }
-        }
+        bits = bits << 8 | bytes[slot];
+        bytes[slot] = 0;
     }
+    BitText text;
+    for (int power = std::bit_width(bits) - 1; power >= 0; --power)
+        text.append((bits >> power & 1) != 0 ? '1' : '0');
     return text;
 }
 

@@ -111,25 +111,28 @@ QString western_text(QByteArrayView bytes)
 /// double-byte text when `may_end_cut` says that this end is the field's.
 std::optional<QString> korean_text(QByteArrayView bytes, bool may_end_cut)
 {
-    QString text;
-    text.reserve(bytes.size());
+    QString text(bytes.size(), Qt::Uninitialized);
+    QChar* end = text.data();
     bool has_pairs = false;
     for (qsizetype i = 0; i < bytes.size(); ++i) {
         const auto lead = static_cast<std::uint8_t>(bytes[i]);
         if (lead <= last_ascii) {
-            text.append(char16_t{lead});
+            *end++ = QChar(char16_t{lead});
             continue;
         }
         if (i + 1 == bytes.size()) {
             const bool is_half = lead >= first_lead && lead <= last_half;
-            return may_end_cut && has_pairs && is_half ? std::optional(text) : std::nullopt;
+            if (!may_end_cut || !has_pairs || !is_half)
+                return std::nullopt;
+            break;
         }
         const char16_t character = korean_page().character(lead, static_cast<std::uint8_t>(bytes[++i]));
         if (character == 0)
             return std::nullopt;
-        text.append(character);
+        *end++ = QChar(character);
         has_pairs = true;
     }
+    text.truncate(end - text.constData());
     return text;
 }
 
