@@ -7,7 +7,7 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 
 # Name in the guides, name in the tour, and the part to show where it is not the whole.
 pictures='
-main-window files-of-all-folders
+main-window renamed-files
 player      playing              428x140+576+497
 one-file    typed-fields         576x150+0+495
 auto-convert auto-convert
