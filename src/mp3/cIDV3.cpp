@@ -90,7 +90,11 @@ bool cIDV3::load_file(const BinaryFile& file)
     if (tagged)
         tag_.read(*block);
     std::array<char, analysed_bytes> start{};
-    const auto read = static_cast<std::size_t>(file.read_at(0, start));
+    // Mostly the first frame stands at the very beginning.
+    constexpr std::size_t beginning = 512;
+    auto read = static_cast<std::size_t>(file.read_at(0, std::span(start).first(beginning)));
+    if (read == beginning && !is_enough_to_analyse(std::span(start).first(read)))
+        read += static_cast<std::size_t>(file.read_at(beginning, std::span(start).subspan(beginning)));
     analyse_header(std::span(start).first(read), file.length(), header_);
     return tagged;
 }

@@ -160,6 +160,13 @@ QString HeaderAnalysis::InfoString() const
     return lines.join(u"\r\n"_s);
 }
 
+bool is_enough_to_analyse(std::span<const char> start)
+{
+    constexpr int behind_frame = 47; // where the number of frames ends
+    const int position = frame_position({start.data(), start.size()});
+    return position > 0 && position + behind_frame <= std::ssize(start);
+}
+
 void analyse_header(std::span<const char> start, qint64 file_length, HeaderAnalysis& analysis)
 {
     const std::string_view bytes(start.data(), start.size());

@@ -44,6 +44,9 @@ struct HeaderAnalysis
 /// Bytes at a file's start that an analysis can look at.
 constexpr int analysed_bytes = 5050;
 
+/// Whether an analysis of a file that begins with `start` would look at no byte behind it.
+bool is_enough_to_analyse(std::span<const char> start);
+
 /// Analyses a file of `file_length` bytes of which `start` holds the first `analysed_bytes` (all of a shorter file),
 /// with `analysis.facts` cleared. A statement that fails is skipped and its target keeps the value that it had.
 void analyse_header(std::span<const char> start, qint64 file_length, HeaderAnalysis& analysis);
@@ -53,7 +56,6 @@ class BitText
 {
 public:
     void append(char bit) { characters_.at(size_++) = bit; }
-    bool empty() const { return size_ == 0; }
     std::string_view text() const { return {characters_.data(), size_}; }
     /// `length` characters from `position` on, counted from 1; fewer or none where the text ends before.
     std::string_view mid(std::size_t position, std::size_t length) const;

@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -123,6 +124,8 @@ private Q_SLOTS:
     void a_failed_opening_ends_nothing();
     void a_huge_file_is_read_and_written_at_its_end_data();
     void a_huge_file_is_read_and_written_at_its_end();
+    void the_first_frame_counts_wherever_it_begins_data();
+    void the_first_frame_counts_wherever_it_begins();
 };
 
 void TestIdv3::a_new_object_is_empty()
@@ -727,6 +730,45 @@ void TestIdv3::a_huge_file_is_read_and_written_at_its_end()
     // Where a position of 32 bits would have led.
     QVERIFY(file.seek(length % (qint64{1} << 32) - 128));
     QCOMPARE(file.read(128).startsWith("TAG"), length < (qint64{1} << 32));
+}
+
+void TestIdv3::the_first_frame_counts_wherever_it_begins_data()
+{
+    QTest::addColumn<int>("position");
+    QTest::addColumn<int>("length");
+    for (const int position : {1, 2, 464, 465, 466, 467, 468, 500, 509, 510, 511, 512, 513, 1000, 4999, 5000, 5001}) {
+        const auto row = [position](const char* name, int length) {
+            QTest::addRow("%s at %d", name, position) << position << length;
+        };
+        row("a frame", 6000);
+        row("the number behind a frame", std::max(position + 47, 128));
+        row("half the number behind a frame", std::max(position + 45, 128));
+        row("a frame and the file's end", std::max(position + 1, 128));
+    }
+}
+
+// The sampling rate of the header has no meaning, so that the number behind it stays what Frames gives.
+void TestIdv3::the_first_frame_counts_wherever_it_begins()
+{
+    QFETCH(const int, position);
+    QFETCH(const int, length);
+    QByteArray content(length + 100, '\xFF'); // no frame: the second byte of each pair is wrong
+    content.replace(position - 1, 4, QByteArray::fromHex("fffb9c64"));
+    content.replace(position + 43, 4, QByteArray::fromHex("00012345"));
+    content.truncate(length);
+    disk_->write(path, content);
+    HeaderAnalysis expected;
+    const QByteArray start = content.left(analysed_bytes);
+    analyse_header(std::span(start.constData(), static_cast<std::size_t>(start.size())), length, expected);
+    cIDV3 reader;
+    reader.set_FileName(path);
+    QCOMPARE(reader.Frames(), expected.facts.Frames);
+    QCOMPARE(reader.Frames() == 0x12345, position <= 5000 && length >= position + 47);
+    QCOMPARE(int{reader.Kbits()}, int{expected.facts.Kbits});
+    QCOMPARE(int{reader.MpegVersion()}, int{expected.facts.MpegVersion});
+    QCOMPARE(reader.Mode(), expected.facts.Mode);
+    QCOMPARE(reader.FileBytes(), length);
+    QCOMPARE(reader.InfoString(), expected.InfoString());
 }
 
 QUILMO_LOGIC_TEST(TestIdv3)
