@@ -40,7 +40,7 @@ done
 "$work/root/usr/bin/quilmo-fif" --help >/dev/null
 # The window stays open until it is ended from outside, which `timeout` tells by 124.
 ended=0
-HOME=$work QT_QPA_PLATFORM=offscreen SDL_AUDIODRIVER=dummy timeout 5 "$work/root/usr/bin/quilmo" || ended=$?
+HOME=$work XDG_RUNTIME_DIR=$work QT_QPA_PLATFORM=offscreen SDL_AUDIODRIVER=dummy timeout 5 "$work/root/usr/bin/quilmo" || ended=$?
 if ((ended != 124)); then
     echo "quilmo ended by itself, with status $ended." >&2
     exit 1
