@@ -2,6 +2,7 @@
 
 #include "core/mod_of_grobal_var.h"
 #include "platform/controls/TreeView.h"
+#include "platform/paths.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,9 +14,8 @@ QString folder_of(const TreeNode* node)
 void add_subfolders(TreeView& tree, TreeNode* node, const QString& path)
 {
     errors_ignored([&] {
-        for (const QString& name : shared.fso.GetFolder(path).SubFolders())
-            tree.Add(node, path + name, name, folder_image);
-        tree.set_Sorted(node);
+        // Reading a folder tells whether it is there, so GetFolder's question for that is left out.
+        tree.fill(node, path, Folder(path, native_path(path)).SubFolders(), folder_image);
     });
 }
 

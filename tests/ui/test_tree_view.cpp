@@ -149,6 +149,9 @@ private Q_SLOTS:
     void sorted_children_stand_by_text_and_so_do_later_ones();
     void unsorted_children_stand_as_added();
     void sorting_keeps_what_is_open_and_selected();
+    void filling_is_adding_one_by_one_and_sorting_data();
+    void filling_is_adding_one_by_one_and_sorting();
+    void rows_opened_from_code_stand_where_they_are_asked_for();
     void change_of_a_node_is_shown();
     void names_show_on_one_line();
 
@@ -288,6 +291,106 @@ void TestTreeView::sorting_keeps_what_is_open_and_selected()
     QCOMPARE(form.tree.SelectedItem(), apple);
     QVERIFY(form.tree.node_rect(apple).top() < form.tree.node_rect(pear).top());
     QCOMPARE(form.take(), no_events);
+}
+
+void TestTreeView::filling_is_adding_one_by_one_and_sorting_data()
+{
+    QTest::addColumn<QStringList>("before");
+    QTest::addColumn<bool>("sorted_before");
+    QTest::addColumn<QStringList>("texts");
+    QTest::addColumn<int>("error");
+    QTest::addColumn<QStringList>("after");
+
+    const int in_use = RunTimeError::key_not_unique;
+    const QStringList none;
+    const QStringList mixed{u"pear"_s, u"Apple"_s, u"fig"_s, u"apple"_s};
+    const QStringList in_order{u"Apple"_s, u"apple"_s, u"fig"_s, u"pear"_s};
+    QTest::newRow("no children yet") << none << false << mixed << 0 << in_order;
+    QTest::newRow("no children yet, and none to add") << none << false << none << 0 << none;
+    QTest::newRow("no children yet, but Sorted") << none << true << mixed << 0 << in_order;
+    QTest::newRow("children, not Sorted") << QStringList{u"zebra"_s, u"cherry"_s} << false << QStringList{u"fig"_s} << 0
+                                          << QStringList{u"cherry"_s, u"fig"_s, u"zebra"_s};
+    QTest::newRow("children, Sorted") << QStringList{u"zebra"_s, u"cherry"_s} << true << QStringList{u"fig"_s} << 0
+                                      << QStringList{u"cherry"_s, u"fig"_s, u"zebra"_s};
+    QTest::newRow("the same children again") << in_order << true << mixed << in_use << in_order;
+    QTest::newRow("the first key in use elsewhere")
+        << none << false << QStringList{u"used"_s, u"a"_s} << in_use << none;
+    QTest::newRow("a later key in use elsewhere")
+        << none << false << QStringList{u"pear"_s, u"fig"_s, u"used"_s, u"a"_s} << in_use
+        << QStringList{u"pear"_s, u"fig"_s};
+    QTest::newRow("a later key in use elsewhere, Sorted")
+        << none << true << QStringList{u"pear"_s, u"fig"_s, u"used"_s, u"a"_s} << in_use
+        << QStringList{u"fig"_s, u"pear"_s};
+    QTest::newRow("one key twice") << none << false << QStringList{u"pear"_s, u"fig"_s, u"pear"_s} << in_use
+                                   << QStringList{u"pear"_s, u"fig"_s};
+}
+
+void TestTreeView::filling_is_adding_one_by_one_and_sorting()
+{
+    QFETCH(const QStringList, before);
+    QFETCH(const bool, sorted_before);
+    QFETCH(const QStringList, texts);
+    QFETCH(const int, error);
+    QFETCH(const QStringList, after);
+    const auto add = [](Form& form, const QString& text) { form.tree.Add(form.b, u"b\\"_s + text, text, u"FOLDER"_s); };
+    const auto begin = [&](Form& form) {
+        form.grow();
+        form.add(form.a, u"b\\used"_s);
+        for (const QString& text : before)
+            add(form, text);
+        if (sorted_before)
+            form.tree.set_Sorted(form.b);
+        form.tree.set_Expanded(form.b, true);
+        form.take();
+    };
+    Form one_by_one;
+    begin(one_by_one);
+    const auto add_each = [&] {
+        for (const QString& text : texts)
+            add(one_by_one, text);
+        one_by_one.tree.set_Sorted(one_by_one.b);
+    };
+    QCOMPARE(error_of(add_each), error);
+    Form form;
+    begin(form);
+    QCOMPARE(error_of([&] { form.tree.fill(form.b, u"b\\"_s, texts, u"FOLDER"_s); }), error);
+
+    QCOMPARE(form.texts_below(form.b), after);
+    QCOMPARE(form.shown_below(form.b), after);
+    QCOMPARE(one_by_one.texts_below(one_by_one.b), after);
+    QCOMPARE(form.b->Sorted(), one_by_one.b->Sorted());
+    QCOMPARE(form.tree.Count(), one_by_one.tree.Count());
+    for (int index = 1; index <= form.tree.Count(); ++index) {
+        TreeNode* const node = form.tree.Item(index);
+        QCOMPARE(node->Key(), one_by_one.tree.Item(index)->Key());
+        QCOMPARE(form.tree.Item(node->Key()), node);
+        QCOMPARE(form.tree.Index(node), index);
+        QCOMPARE(node->Image(), u"FOLDER"_s);
+    }
+    QCOMPARE(form.take(), no_events);
+    form.tree.set_Expanded(form.b, true);
+    one_by_one.tree.set_Expanded(one_by_one.b, true);
+    QCOMPARE(form.tree.node_rect(form.c), one_by_one.tree.node_rect(one_by_one.c));
+    add(form, u"late"_s);
+    add(one_by_one, u"late"_s);
+    QCOMPARE(form.shown_below(form.b), one_by_one.texts_below(one_by_one.b));
+}
+
+void TestTreeView::rows_opened_from_code_stand_where_they_are_asked_for()
+{
+    Form form;
+    form.grow();
+    const QRect closed = form.tree.node_rect(form.b);
+    form.tree.set_Expanded(form.a, true);
+    QCOMPARE(form.tree.node_rect(form.b).top(), closed.top() + 2 * closed.height());
+    QCOMPARE(form.tree.HitTest(closed.center()), form.tree.Item(u"a1"_s));
+    form.tree.set_Expanded(form.a, false);
+    QCOMPARE(form.tree.HitTest(closed.center()), form.b);
+    form.tree.set_Expanded(form.c, true);
+    form.tree.set_Selected(form.tree.Item(u"c1"_s));
+    form.key(Qt::Key_Up);
+    QCOMPARE(form.tree.SelectedItem(), form.c);
+    QCOMPARE(form.take().last(), u"NodeClick c"_s);
 }
 
 void TestTreeView::change_of_a_node_is_shown()

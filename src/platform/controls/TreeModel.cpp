@@ -22,19 +22,11 @@ void TreeModel::set_images(const ImageList& images)
 
 TreeNode* TreeModel::Add(TreeNode* parent, const QString& key, const QString& text, const QString& image)
 {
-    check_key_is_new(key);
-    auto added = std::make_unique<TreeNode>();
+    std::unique_ptr<TreeNode> added = new_node(parent, key, text, image);
+    if (!added)
+        throw RunTimeError(RunTimeError::key_not_unique);
     TreeNode* node = added.get();
-    node->key_ = key;
-    node->text_ = text;
-    node->image_ = image;
-    node->parent_ = parent;
-    node->serial_ = order_.append();
-    by_serial_.push_back(node);
-    if (!key.isEmpty())
-        keys_.insert(key, node);
-
-    TreeNode& holder = parent != nullptr ? *parent : top_;
+    TreeNode& holder = holder_of(node);
     const auto place = place_for(holder, text);
     const int row = static_cast<int>(place - holder.children_.begin());
     beginInsertRows(index_of(parent), row, row);
@@ -42,6 +34,40 @@ TreeNode* TreeModel::Add(TreeNode* parent, const QString& key, const QString& te
     holder.numbered_ = std::min(holder.numbered_, row);
     endInsertRows();
     return node;
+}
+
+void TreeModel::fill(TreeNode* node, const QString& key_start, const QStringList& texts, const QString& image)
+{
+    if (!node->children_.empty()) {
+        for (const QString& text : texts)
+            Add(node, key_start + text, text, image);
+        set_Sorted(node);
+        return;
+    }
+    // A table of keys that grows looks at each of them again, so it grows in large steps.
+    constexpr qsizetype growth = 4;
+    if (const qsizetype wanted = keys_.size() + texts.size(); wanted > keys_.capacity())
+        keys_.reserve(growth * wanted);
+    Nodes added;
+    added.reserve(static_cast<std::size_t>(texts.size()));
+    bool all_new = true;
+    for (auto text = texts.begin(); all_new && text != texts.end(); ++text) {
+        std::unique_ptr<TreeNode> child = new_node(node, key_start + *text, *text, image);
+        all_new = child != nullptr;
+        if (all_new)
+            added.push_back(std::move(child));
+    }
+    node->sorted_ = node->sorted_ || all_new;
+    if (node->sorted_)
+        std::stable_sort(added.begin(), added.end(), stands_before);
+    if (!added.empty()) {
+        beginInsertRows(index_of(node), 0, static_cast<int>(added.size()) - 1);
+        node->children_ = std::move(added);
+        node->numbered_ = 0;
+        endInsertRows();
+    }
+    if (!all_new)
+        throw RunTimeError(RunTimeError::key_not_unique);
 }
 
 void TreeModel::Remove(const TreeNode* node)
@@ -164,6 +190,25 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const
     if (role == Qt::DecorationRole)
         return images_.icon(node->image_);
     return {};
+}
+
+std::unique_ptr<TreeNode> TreeModel::new_node(TreeNode* parent, const QString& key, const QString& text,
+                                              const QString& image)
+{
+    auto node = std::make_unique<TreeNode>();
+    if (!key.isEmpty()) {
+        TreeNode*& owner = keys_[key];
+        if (owner != nullptr)
+            return nullptr;
+        owner = node.get();
+    }
+    node->key_ = key;
+    node->text_ = text;
+    node->image_ = image;
+    node->parent_ = parent;
+    node->serial_ = order_.append();
+    by_serial_.push_back(node.get());
+    return node;
 }
 
 const TreeNode& TreeModel::holder_of(const TreeNode* node) const

@@ -6,6 +6,7 @@
 
 #include <QAbstractItemModel>
 #include <QHash>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
@@ -21,6 +22,7 @@ public:
     void set_images(const ImageList& images);
 
     TreeNode* Add(TreeNode* parent, const QString& key, const QString& text, const QString& image);
+    void fill(TreeNode* node, const QString& key_start, const QStringList& texts, const QString& image);
     void Remove(const TreeNode* node);
     int Count() const { return order_.count(); }
     TreeNode* Item(int index) const;
@@ -46,6 +48,8 @@ public:
 private:
     using Nodes = std::vector<std::unique_ptr<TreeNode>>;
 
+    /// A node that is found by key and index, but stands nowhere yet; nullptr when the key is in use.
+    std::unique_ptr<TreeNode> new_node(TreeNode* parent, const QString& key, const QString& text, const QString& image);
     const TreeNode& holder_of(const TreeNode* node) const;
     TreeNode& holder_of(const TreeNode* node);
     int row_of(const TreeNode* node) const;

@@ -54,6 +54,11 @@ TreeNode* TreeView::Add(TreeNode* parent, const QString& key, const QString& tex
     return model_->Add(parent, key, text, image);
 }
 
+void TreeView::fill(TreeNode* node, const QString& key_start, const QStringList& texts, const QString& image)
+{
+    model_->fill(node, key_start, texts, image);
+}
+
 void TreeView::Remove(int index)
 {
     const TreeNode* node = Item(index);
@@ -117,8 +122,10 @@ bool TreeView::Expanded(const TreeNode* node) const
 
 void TreeView::set_Expanded(TreeNode* node, bool expanded)
 {
-    if (expanded && node->children().empty())
+    if (expanded == Expanded(node) || (expanded && node->children().empty()))
         return;
+    // The rows find their places when the view is painted or asked for one, and not at each node that code opens.
+    scheduleDelayedItemsLayout();
     setExpanded(model_->index_of(node), expanded);
 }
 

@@ -7,6 +7,7 @@
 #include <QPersistentModelIndex>
 #include <QPointer>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
 #include <QTreeView>
 
@@ -60,6 +61,10 @@ public:
     /// Adds a node as last child of `parent` (nullptr: as root), or at its place by text when the parent is Sorted.
     /// Raises "Key is not unique in collection".
     TreeNode* Add(TreeNode* parent, const QString& key, const QString& text, const QString& image);
+    /// Adds a child for each of `texts`, its key the text behind `key_start`, and makes `node` Sorted: the same as an
+    /// Add of each in turn and set_Sorted, but heard of by the view at once where there were no children yet. The first
+    /// key that is in use ends it with Add's error; the children before it stay.
+    void fill(TreeNode* node, const QString& key_start, const QStringList& texts, const QString& image);
     /// Removes the node with this index and all below it. Raises "Subscript out of range".
     void Remove(int index);
     int Count() const;
