@@ -20,6 +20,7 @@ namespace {
 constexpr QSize icon_size(64, 64);
 constexpr int small_icon = 24; ///< pixels up to which the icon is drawn with fewer and stronger lines
 constexpr QSize box_icon_size(32, 32);
+constexpr QSize bar_icon_size(16, 16);
 constexpr int row_space = 4;     ///< logical pixels that a row of a list is higher than its text
 constexpr int header_space = 6;  ///< likewise of a list's header
 constexpr int header_margin = 3; ///< left and right of a header's text, as in the cells below it
@@ -43,6 +44,10 @@ public:
             return box_icon(u"warning"_s);
         case SP_MessageBoxCritical:
             return box_icon(u"critical"_s);
+        case SP_ToolBarHorizontalExtensionButton:
+        case SP_ToolBarVerticalExtensionButton:
+            // Every bar asks for it at once, and to read the toolkit's, all its plugins for pictures are loaded.
+            return icon_of(svg_picture(u":/icons/more.svg"_s, bar_icon_size));
         default:
             return QProxyStyle::standardIcon(which, option, widget);
         }

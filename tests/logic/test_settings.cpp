@@ -251,6 +251,7 @@ void TestSettings::stored_numbers_data()
     QTest::newRow("a full stop in front") << u".6"_s << 1;
     QTest::newRow("a full stop behind") << u"6."_s << 6;
     QTest::newRow("an exponent") << u"1e2"_s << 100;
+    QTest::newRow("an exponent in capitals with a sign") << u"-.25E+1"_s << -2;
     QTest::newRow("a tiny number") << u"1e-999"_s << 0;
     QTest::newRow("the greatest") << u"32767.4"_s << 32767;
     QTest::newRow("the least") << u"-32768"_s << -32768;
@@ -278,6 +279,12 @@ void TestSettings::stored_text_that_is_no_number_data()
     QTest::newRow("a number and a word") << u"1 one"_s << 13;
     QTest::newRow("two numbers") << u"1 2"_s << 13;
     QTest::newRow("a sign alone") << u"-"_s << 13;
+    QTest::newRow("two signs") << u"+-1"_s << 13;
+    QTest::newRow("two full stops") << u"1.2.3"_s << 13;
+    QTest::newRow("an exponent alone") << u"e2"_s << 13;
+    QTest::newRow("an exponent without digits") << u"1e"_s << 13;
+    QTest::newRow("an exponent with a sign alone") << u"1e+"_s << 13;
+    QTest::newRow("an exponent that is no whole number") << u"1e2.5"_s << 13;
     QTest::newRow("a full stop alone") << u"."_s << 13;
     QTest::newRow("infinity") << u"inf"_s << 13;
     QTest::newRow("not a number by name") << u"nan"_s << 13;

@@ -52,11 +52,12 @@ QColor lightest(const QImage& image, const QRect& rect)
 }
 
 const QStringList expected_pictures{
-    u"back_5"_s,    u"box_critical"_s, u"box_information"_s, u"box_question"_s,  u"box_warning"_s,   u"cd_drive"_s,
-    u"computer"_s,  u"copy"_s,         u"delete"_s,          u"drive"_s,         u"fif"_s,           u"folder"_s,
-    u"forward_5"_s, u"muted"_s,        u"muted_over"_s,      u"network"_s,       u"network_drive"_s, u"new_folder"_s,
-    u"next"_s,      u"not_fif"_s,      u"open_folder"_s,     u"paste"_s,         u"play"_s,          u"previous"_s,
-    u"refresh"_s,   u"removable"_s,    u"sound_on"_s,        u"sound_on_over"_s, u"stop"_s,          u"track"_s};
+    u"back_5"_s,     u"box_critical"_s, u"box_information"_s, u"box_question"_s, u"box_warning"_s,   u"cd_drive"_s,
+    u"computer"_s,   u"copy"_s,         u"delete"_s,          u"drive"_s,        u"fif"_s,           u"folder"_s,
+    u"forward_5"_s,  u"more"_s,         u"muted"_s,           u"muted_over"_s,   u"network"_s,       u"network_drive"_s,
+    u"new_folder"_s, u"next"_s,         u"not_fif"_s,         u"open_folder"_s,  u"paste"_s,         u"play"_s,
+    u"previous"_s,   u"refresh"_s,      u"removable"_s,       u"sound_on"_s,     u"sound_on_over"_s, u"stop"_s,
+    u"track"_s};
 
 void add_face_states()
 {
