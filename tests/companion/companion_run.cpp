@@ -134,9 +134,19 @@ QMap<QByteArray, QByteArray> MusicPlace::content() const
     return content;
 }
 
-QByteArrayList applied(const MusicPlace& place)
+QByteArrayList applied(const QByteArrayList& words, const MusicPlace& place)
 {
-    return {"--apply", "--journal", place.journal()};
+    return words + QByteArrayList{"--apply", "--journal", place.journal(), place.root()};
+}
+
+Told undo(const MusicPlace& place)
+{
+    return run_fif({"undo", place.journal()});
+}
+
+QByteArrayList folders_of(const MusicPlace& place)
+{
+    return {place.root(), place.journal()};
 }
 
 QByteArray song(const QByteArray& artist, const QByteArray& title, unsigned char genre)

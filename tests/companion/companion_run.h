@@ -54,8 +54,14 @@ private:
     QByteArray root_;
 };
 
-/// The options that make a run change things, with its journal beside the music.
-QByteArrayList applied(const MusicPlace& place);
+/// The words of a run on all music of a place that changes what `words` say, with its journal beside the music.
+QByteArrayList applied(const QByteArrayList& words, const MusicPlace& place);
+
+/// Takes back what that run did.
+Told undo(const MusicPlace& place);
+
+/// What the disk calls of such runs touch.
+QByteArrayList folders_of(const MusicPlace& place);
 
 /// A file of sound with this tag at its end, filled with NULs.
 QByteArray song(const QByteArray& artist, const QByteArray& title, unsigned char genre = 17);

@@ -19,7 +19,7 @@ const QByteArray audio = sample_audio({.frames = 2});
 /// The words of a conversion that changes what it should, with more `options`.
 QByteArrayList conversion(const MusicPlace& place, const QByteArrayList& options = {})
 {
-    return QByteArrayList{"convert"} + options + applied(place) + QByteArrayList{place.root()};
+    return applied(QByteArrayList{"convert"} + options, place);
 }
 
 /// What stands behind the status in the lines of a run, the folder left out.
@@ -342,7 +342,7 @@ void TestCompanionConvert::a_name_that_another_file_leaves_is_free()
     QCOMPARE(run_fif({"convert", "--type", "6", place.root()}).status, 0);
     QCOMPARE(run_fif(conversion(place, {"--type", "6"})).status, 0);
     QCOMPARE(place.content(), after);
-    QCOMPARE(run_fif({"undo", place.journal()}).status, 0);
+    QCOMPARE(undo(place).status, 0);
     QCOMPARE(place.content(), before);
 
     const QByteArrayList other_order{place.path(taker), place.path(left)};

@@ -19,12 +19,7 @@ void write_songs(const MusicPlace& place)
 
 QByteArrayList conversion(const MusicPlace& place)
 {
-    return QByteArrayList{"convert", "--type", "4", "--tags"} + applied(place) + QByteArrayList{place.root()};
-}
-
-QByteArrayList folders_of(const MusicPlace& place)
-{
-    return {place.root(), place.journal()};
+    return applied({"convert", "--type", "4", "--tags"}, place);
 }
 
 /// All faults, also those that come in the middle of a transfer: on a disk that is full, and on one that is gone, where
@@ -79,7 +74,7 @@ void TestCompanionFaults::a_conversion_can_be_undone()
             QVERIFY2(content.size() == before.size(), where.constData());
             QVERIFY2(told.status == 1 || content == after, where.constData());
             if (content != before)
-                QVERIFY2(run_fif({"undo", place.journal()}).status == 0, where.constData());
+                QVERIFY2(undo(place).status == 0, where.constData());
             QVERIFY2(place.content() == before, where.constData());
             QVERIFY2(nth < more_calls_than_a_run_makes, where.constData());
         }
@@ -96,10 +91,10 @@ void TestCompanionFaults::an_undo_can_be_run_again()
             const auto before = place.content();
             QCOMPARE(run_fif(conversion(place)).status, 0);
             Told told;
-            call = with_fault(folders_of(place), nth, fault, [&] { told = run_fif({"undo", place.journal()}); });
+            call = with_fault(folders_of(place), nth, fault, [&] { told = undo(place); });
             const QByteArray where = text_of(fault, nth, call);
             QVERIFY2(told.status == 1 || place.content() == before, where.constData());
-            QVERIFY2(run_fif({"undo", place.journal()}).status == 0, where.constData());
+            QVERIFY2(undo(place).status == 0, where.constData());
             QVERIFY2(place.content() == before, where.constData());
             QVERIFY2(nth < more_calls_than_a_run_makes, where.constData());
         }

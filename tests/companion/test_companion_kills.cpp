@@ -22,12 +22,7 @@ void write_songs(const MusicPlace& place)
 
 QByteArrayList conversion(const MusicPlace& place)
 {
-    return QByteArrayList{"convert", "--type", "4", "--tags"} + applied(place) + QByteArrayList{place.root()};
-}
-
-QByteArrayList folders_of(const MusicPlace& place)
-{
-    return {place.root(), place.journal()};
+    return applied({"convert", "--type", "4", "--tags"}, place);
 }
 
 /// Whether each file is there, as it was before or as it is to be after.
@@ -79,7 +74,7 @@ void TestCompanionKills::a_killed_conversion_can_be_undone()
         run_in_child(folders_of(place), stroke, [&] { run_fif(conversion(place)); });
         QVERIFY2(is_between(place, before, after), stroke.text().constData());
         const bool has_changed = place.content() != before;
-        const Told told = run_fif({"undo", place.journal()});
+        const Told told = undo(place);
         QVERIFY2(place.content() == before, stroke.text().constData());
         QVERIFY2(told.status == 0 || !has_changed, stroke.text().constData());
         struct stat status = {};
@@ -100,11 +95,11 @@ void TestCompanionKills::a_killed_undo_can_be_run_again()
         QCOMPARE(run_fif(conversion(place)).status, 0);
         const auto after = place.content();
         const Stroke stroke = round < 0 ? Stroke() : stroke_within(whole, round);
-        const ChildRun run = run_in_child(folders_of(place), stroke, [&] { run_fif({"undo", place.journal()}); });
+        const ChildRun run = run_in_child(folders_of(place), stroke, [&] { undo(place); });
         if (round < 0)
             whole = run;
         QVERIFY2(is_between(place, before, after), stroke.text().constData());
-        QVERIFY2(run_fif({"undo", place.journal()}).status == 0, stroke.text().constData());
+        QVERIFY2(undo(place).status == 0, stroke.text().constData());
         QVERIFY2(place.content() == before, stroke.text().constData());
     }
 }

@@ -130,7 +130,7 @@ void TestCompanionThreads::all_runs_are_alike()
             after = place.content();
         QCOMPARE(place.content(), after);
         if (has_journal) {
-            QCOMPARE(run_fif({"undo", place.journal()}).status, 0);
+            QCOMPARE(undo(place).status, 0);
             QCOMPARE(place.content(), before);
             unlink(place.journal().constData());
         } else {

@@ -29,12 +29,7 @@ void write_songs(const MusicPlace& place)
 
 Told convert_with_tags(const MusicPlace& place)
 {
-    return run_fif(QByteArrayList{"convert", "--type", "3", "--tags"} + applied(place) + QByteArrayList{place.root()});
-}
-
-Told undo(const MusicPlace& place)
-{
-    return run_fif({"undo", place.journal()});
+    return run_fif(applied({"convert", "--type", "3", "--tags"}, place));
 }
 
 QByteArray content_of(const QByteArray& path)
@@ -145,7 +140,7 @@ void TestCompanionUndo::what_has_changed_is_refused()
     QByteArrayList words{"convert", "--type", "3"};
     if (with_tags)
         words.append("--tags");
-    QCOMPARE(run_fif(words + applied(place) + QByteArrayList{place.root()}).status, 0);
+    QCOMPARE(run_fif(applied(words, place)).status, 0);
     const QByteArray content = place.read(renamed);
     const fs::path path = place.path(renamed).toStdString();
     if (what == "tag")
@@ -226,7 +221,7 @@ void TestCompanionUndo::a_file_with_two_names_comes_back()
     place.write("a.mp3", song("Ann", "Sea"));
     fs::create_hard_link(place.path("a.mp3").toStdString(), place.path("b.mp3").toStdString());
     const auto before = place.content();
-    const Told told = run_fif(QByteArrayList{"tag", "--artist", "Bob"} + applied(place) + QByteArrayList{place.root()});
+    const Told told = run_fif(applied({"tag", "--artist", "Bob"}, place));
     QCOMPARE(told.status, 0);
     QVERIFY(told.lines()[0].startsWith("tagged") && told.lines()[1].startsWith("tagged"));
     QVERIFY(place.content() != before);

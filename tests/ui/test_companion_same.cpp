@@ -104,7 +104,7 @@ Files converted_by_companion(const QList<Music>& music, const QByteArrayList& op
     const MusicPlace place;
     for (const Music& file : music)
         place.write(file.name, file.content);
-    run_fif(QByteArrayList{"convert", "--tags"} + options + applied(place) + QByteArrayList{place.root()});
+    run_fif(applied(QByteArrayList{"convert", "--tags"} + options, place));
     return place.content();
 }
 
