@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Holds the documents against what they speak of:
 #   - what links and pictures of all pages point to is there, headings included;
-#   - source files and scripts that the pages for developers name are there, and what quilmo-fif is asked to do, it can;
+#   - files, scripts and names of the code that the pages for developers tell of are there, and what quilmo-fif is asked to
+#     do, it can;
 #   - the guides in the three languages have the same chapters, the same pictures, and show them in their own language;
 #   - what stands in bold in a guide is a text that the windows show in its language.
 # Prints each fault; exit status 1 if there is one.
@@ -41,6 +42,14 @@ for my $page ('README.md', 'CONTRIBUTING.md', 'docs/architecture.md') {
     for my $name (text_of($page) =~ m{(?<![\w/.*-])(?:\./)?([\w-]+(?:/[\w.-]+)*\.(?:cpp|h|sh|cmake))\b}g) {
         fault("$page: there is no $name") unless grep { $_ eq $name || m{/\Q$name\E$} } @files;
     }
+}
+
+my %word;
+for my $source (grep { -f && m{\.(?:cpp|h|cmake|json|sh|txt)$|^\.ci/} } @files) {
+    @word{text_of($source) =~ /\w+/g} = ();
+}
+for my $name (text_of('docs/architecture.md') =~ /`([A-Za-z_]\w*(?:::\w+)*)(?:\(\))?`/g) {
+    exists $word{$_} or fault("docs/architecture.md: no source knows $name") for split /::/, $name;
 }
 
 my %guides = (en => 'docs/guide.md', ko => 'docs/ko/guide.md', de => 'docs/de/guide.md');
