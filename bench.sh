@@ -60,7 +60,8 @@ measure_memory() {
     mkdir "$TMPDIR/rows"
     "$programs/quilmo-bench-corpus" make "$TMPDIR/rows" "$rows" 1 plain
     for ((round = 0; round < (rounds + 4) / 5; ++round)); do
-        "$programs/quilmo-bench-memory-at-rest-bare" 800 600 | sed 's|^rest|memory/floor|'
+        # The size of the main window.
+        "$programs/quilmo-bench-memory-at-rest-bare" 996 672 | sed 's|^rest|memory/floor|'
         HOME="$TMPDIR/rows/folder 000" QUILMO_BENCH_FOLDER='Home(H:)' "$programs/quilmo-bench-memory-at-rest" |
             sed 's|^rest|memory/work|; s|^rows|memory/rows|'
     done >>"$part_results"
