@@ -55,11 +55,20 @@ wait_for() {
 xdo() { DISPLAY=$display xdotool "$@"; }
 picture() { DISPLAY=$display import -window root "$pictures/$1.png"; }
 windows() { xdo search --onlyvisible --class '^quilmo$'; }
-window_wide() { xdo search --onlyvisible --class '^quilmo$' | while read -r window; do
-    eval "$(xdo getwindowgeometry --shell "$window")" && ((WIDTH >= $1)) && echo "$window" && break
-done | grep .; }
+# The first window of at least this width: the main window, but not the splash.
+window_wide() {
+    local window WIDTH=0
+    for window in $(windows); do
+        eval "$(xdo getwindowgeometry --shell "$window")"
+        if ((WIDTH >= $1)); then
+            echo "$window"
+            return
+        fi
+    done
+    return 1
+}
 window_count() { (($(windows | wc -l) == $1)); }
-# click X Y: in logical pixels of the window that has the focus.
+# click X Y: in pixels of the window that has the focus.
 click() {
     xdo mousemove --window "$(xdo getactivewindow)" "$1" "$2" click 1
     sleep 1
@@ -73,7 +82,8 @@ scripts/install-packages.sh prove
 
 step "A fresh Debian 12"
 clean=${QUILMO_CLEAN_ROOT:-$work/clean}
-if [[ ! -e $clean/etc/debian_version ]]; then
+if [[ -z ${QUILMO_CLEAN_ROOT:-} && (! -e $clean || -e $clean/debootstrap) ]]; then # or it was left half done
+    rm -rf --one-file-system "$clean"
     debootstrap bookworm "$clean" http://deb.debian.org/debian
 fi
 rm -rf --one-file-system "$root" "$pictures"
@@ -104,9 +114,9 @@ for package in "$@"; do
     step "$name: install"
     cp "$package" "$root/tmp/$name.deb"
     apt_get install "/tmp/$name.deb"
-    inside dpkg-query -W -f '${Package} ${Version} ${db:Status-Status}\n' 'quilmo*' || true
-    (($(inside dpkg-query -W -f '${db:Status-Status}\n' 'quilmo*' | grep -cx installed) == 1)) ||
-        fail "more than one of the packages is installed"
+    # shellcheck disable=SC2016
+    inside dpkg-query -W -f '${Package} ${Version} ${db:Status-Status}\n' 'quilmo*' | tee "$work/installed"
+    (($(grep -c ' installed$' "$work/installed") == 1)) || fail "not exactly one of the packages is installed"
 
     step "$name: start from the menu entry"
     rm -rf "$root/home/listener/Music"
