@@ -53,6 +53,7 @@ struct Decision
 {
     Change change;
     Reason reason;
+    bool saw_target_free = false; ///< nothing stood at its new path when it was looked at
 };
 
 /// Notes the size and time of the file, as they were when its end was read, or else as they are now; a reason when they

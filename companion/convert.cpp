@@ -45,6 +45,11 @@ private:
     Marks named_left_;
 };
 
+bool is_free(const QByteArray& path)
+{
+    return !status_of(path) && errno == ENOENT;
+}
+
 class Conversion
 {
 public:
@@ -63,8 +68,9 @@ public:
     void finish() { changes_.finish(); }
 
 private:
-    /// Whether another file stands in the way of a new name.
-    Reason obstacle(const QByteArray& new_path) const;
+    /// Whether another file stands in the way of the new name. What no change of this run has taken since it was free
+    /// is so still, or the rename will refuse.
+    Reason obstacle(const Decision& decision) const;
     /// Adds the tag that a file gets by the rule of its conversion.
     void add_tag(const MusicFile& file, Look& look, const FifFields& fields, Change& change) const;
 
@@ -84,6 +90,7 @@ Decision Conversion::decide(const MusicFile& file) const
         return decision;
     change.new_name = bytes_of_field(wanted.name);
     add_tag(file, look, wanted.fields, change);
+    decision.saw_target_free = change.renames() && is_free(change.new_path());
     if (changes_.notes() && change.does_something())
         decision.reason = note_state(change, look.end);
     return decision;
@@ -93,19 +100,20 @@ void Conversion::take(const Decision& decision, bool is_named)
 {
     const Change& change = decision.change;
     if (!decision.reason && change.renames()) {
-        if (const Reason reason = obstacle(change.new_path()))
+        if (const Reason reason = obstacle(decision))
             return changes_.cannot(change.shown_path(), reason, change.new_name);
         names_.rename(change, is_named);
     }
     changes_.take(decision);
 }
 
-Reason Conversion::obstacle(const QByteArray& new_path) const
+Reason Conversion::obstacle(const Decision& decision) const
 {
+    const QByteArray new_path = decision.change.new_path();
     if (names_.is_taken(new_path))
         return {.code = Reason::wanted_twice};
-    const bool is_free = names_.is_left(new_path) || (!status_of(new_path) && errno == ENOENT);
-    return {.code = is_free ? Reason::none : Reason::exists};
+    const bool may_have_it = decision.saw_target_free || names_.is_left(new_path) || is_free(new_path);
+    return {.code = may_have_it ? Reason::none : Reason::exists};
 }
 
 /// The batch conversion brings the tags of names that are FIF in line with them, and takes new names from tags that
