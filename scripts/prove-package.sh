@@ -68,6 +68,7 @@ window_wide() {
     return 1
 }
 window_count() { (($(windows | wc -l) == $1)); }
+loads_sdl() { grep -q libSDL2 "$root/proc/$(inside pgrep --exact quilmo)/maps"; }
 # click X Y: in pixels of the window that has the focus.
 click() {
     xdo mousemove --window "$(xdo getactivewindow)" "$1" "$2" click 1
@@ -149,11 +150,18 @@ for package in "$@"; do
     picture "$name-4-changed"
     xdo key --delay 500 Escape
     wait_for "the main window again" window_count 1
+    click 314 156
+    click 686 604
+    wait_for "the sound library" loads_sdl
+    sleep 2
+    picture "$name-5-playing"
     xdo key alt+F4
     wait_for "the end of the program" window_count 0
     as_user quilmo-fif check --json Music >"$work/$name.classes.after" || true
-    echo "Files with FIF names: $(grep -c '"class":"FIF"' "$work/$name.classes") before," \
-        "$(grep -c '"class":"FIF"' "$work/$name.classes.after") after"
+    before=$(grep -c '"class":"FIF"' "$work/$name.classes")
+    after=$(grep -c '"class":"FIF"' "$work/$name.classes.after")
+    echo "Files with FIF names: $before before, $after after"
+    ((after > before)) || fail "no file has got a FIF name"
 
     step "$name: quilmo-fif"
     as_user sh -c 'cd Music && find . | sort | sha1sum && find . -type f | sort | xargs -d "\n" cat | sha1sum' >"$work/sums"
