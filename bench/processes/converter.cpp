@@ -1,16 +1,25 @@
 // The program's own converters without a window, on all files in the folders below FOLDER:
 //   converter rename FOLDER    gives the files the names that their tags make
 //   converter tag FOLDER       brings the tags in line with the FIF names
-// The files go through the final list, as many at a time as it holds.
+// The folders are shared out among as many processes as there are cores. The files go through the final list, as many
+// at a time as it holds.
 
 #include "convert/BatchConversion.h"
 #include "core/mod_of_grobal_var.h"
 #include "platform/MsgBox.h"
 #include "platform/drives.h"
+#include "platform/file_names.h"
+#include "platform/file_operation/disk_entry.h"
 #include "selection/final_list.h"
 #include "silent_player.h"
 
-#include <QCoreApplication>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <string_view>
+#include <thread>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -24,17 +33,22 @@ void convert_list(BatchConversion& batch)
     batch.Change_FIF([] {});
     for (const FinalListEntry& record : final_list_slots()) {
         if (record.in_use == 1)
-            remove_from_final_list_by_path(QString(record.full_path));
+            remove_from_final_list(QString(record.name), record.folder, record.full_path, record.size);
     }
 }
 
-void convert_folder(const QString& folder, BatchConversion& batch)
+void convert_folder(const QByteArray& native, const QString& folder, BatchConversion& batch)
 {
     shared.current_folder = folder;
-    for (const File& file : shared.fso.GetFolder(folder).Files(u"MP3"_s)) {
-        const auto add = [&] {
-            return add_to_final_list(file.Name, folder, folder + file.Name, checked<i32>(file.Size), file.Type(), {});
-        };
+    std::vector<QByteArray> names;
+    if (read_names(native, names) != 0)
+        qFatal("can't read %s", native.constData());
+    for (const QByteArray& bytes : names) {
+        const QString name = name_from_bytes(bytes);
+        if (!name.endsWith(music_name_ending, Qt::CaseInsensitive))
+            continue;
+        // Nobody sees the sum of the sizes, so no file is asked for its own.
+        const auto add = [&] { return add_to_final_list(name, folder, folder + name, 0, {}, {}); };
         if (add() != list_full)
             continue;
         convert_list(batch);
@@ -42,27 +56,49 @@ void convert_folder(const QString& folder, BatchConversion& batch)
     }
 }
 
+/// Converts each `share_count`th folder from number `share` on.
+void convert_share(const std::vector<QByteArray>& folders, std::size_t share, std::size_t share_count)
+{
+    SilentPlayer player;
+    BatchConversion batch(player);
+    for (std::size_t place = share; place < folders.size(); place += share_count)
+        convert_folder("./" + folders[place], u"C:\\"_s + name_from_bytes(folders[place]) + u'\\', batch);
+    convert_list(batch);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 3)
+    if (argc != 3 || chdir(argv[2]) != 0)
         return 2;
     set_message_box([](const QString& text, int, const QString&) { qFatal("%s", qPrintable(text)); });
     set_drives({{.DriveLetter = u"C"_s,
                  .Type = DriveType::fixed,
                  .VolumeName = {},
                  .IsReady = true,
-                 .mount_point = arguments[2].toLocal8Bit(),
+                 .mount_point = ".",
                  .device = {}}});
     shared.language_id = 1;
-    shared.fif_type = arguments[1] == u"rename"_s ? 2 : 1;
-    SilentPlayer player;
-    BatchConversion batch(player);
-    for (const QString& folder : shared.fso.GetFolder(u"C:\\"_s).SubFolders())
-        convert_folder(u"C:\\"_s + folder + u'\\', batch);
-    convert_list(batch);
-    return 0;
+    shared.fif_type = std::string_view(argv[1]) == "rename" ? 2 : 1;
+    std::vector<QByteArray> folders;
+    if (read_names(".", folders) != 0)
+        return 1;
+    const std::size_t processes = std::max(std::thread::hardware_concurrency(), 1U);
+    std::vector<pid_t> others;
+    for (std::size_t share = 1; share < processes; ++share) {
+        const pid_t process = fork();
+        if (process == 0) {
+            convert_share(folders, share, processes);
+            return 0;
+        }
+        others.push_back(process);
+    }
+    convert_share(folders, 0, processes);
+    bool all_done = true;
+    for (const pid_t process : others) {
+        int status = 0;
+        all_done = waitpid(process, &status, 0) == process && status == 0 && all_done;
+    }
+    return all_done ? 0 : 1;
 }
