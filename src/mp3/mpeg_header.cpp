@@ -200,7 +200,7 @@ BitText byte_to_bit(ByteSlots& bytes)
         bytes[slot] = 0;
     }
     BitText text;
-    for (int power = std::bit_width(bits) - 1; power >= 0; --power)
+    for (int power = static_cast<int>(std::bit_width(bits)) - 1; power >= 0; --power)
         text.append((bits >> power & 1) != 0 ? '1' : '0');
     return text;
 }

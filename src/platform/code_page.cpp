@@ -43,19 +43,19 @@ private:
 KoreanPage::KoreanPage() : characters_(0x10000), pairs_(0x10000)
 {
     // One batch, a line for each pair: behind a pair that the page lacks the line end brings the decoder back in step.
-    constexpr int trails = last_half - first_trail + 1;
-    constexpr int candidates = (last_half - first_lead + 1) * trails;
-    constexpr int line_bytes = 3;
-    const auto lead_of = [](int candidate) { return first_lead + candidate / trails; };
-    const auto trail_of = [](int candidate) { return first_trail + candidate % trails; };
+    constexpr std::size_t trails = last_half - first_trail + 1;
+    constexpr std::size_t candidates = (last_half - first_lead + 1) * trails;
+    constexpr std::size_t line_bytes = 3;
+    const auto lead_of = [](std::size_t candidate) { return first_lead + candidate / trails; };
+    const auto trail_of = [](std::size_t candidate) { return first_trail + candidate % trails; };
     std::string lines(candidates * line_bytes, '\n');
-    for (int candidate = 0; candidate < candidates; ++candidate) {
+    for (std::size_t candidate = 0; candidate < candidates; ++candidate) {
         lines[candidate * line_bytes] = static_cast<char>(lead_of(candidate));
         lines[candidate * line_bytes + 1] = static_cast<char>(trail_of(candidate));
     }
     QStringDecoder decoder("windows-949");
     const QString decoded = decoder.decode(lines);
-    int candidate = 0;
+    std::size_t candidate = 0;
     for (const QStringView line : QStringView(decoded).tokenize(u'\n')) {
         if (line.size() == 1 && line.front() != QChar::ReplacementCharacter) {
             const auto pair = static_cast<std::uint16_t>((lead_of(candidate) << 8) | trail_of(candidate));
