@@ -3,6 +3,7 @@
 #include "core/mod_of_grobal_var.h"
 #include "platform/drives.h"
 #include "platform/file_names.h"
+#include "platform/file_operation/disk_entry.h"
 #include "selection/final_list.h"
 
 #include <QFile>
@@ -34,6 +35,18 @@ const BenchDisk& BenchDisk::of(const Corpus& corpus)
 QByteArray BenchDisk::native() const
 {
     return QFile::encodeName(disk_.path());
+}
+
+std::vector<QByteArray> BenchDisk::paths_as_listed() const
+{
+    const QByteArray folder = native() + "/folder 000";
+    std::vector<QByteArray> names;
+    if (read_names(folder, names) != 0)
+        qFatal("can't list %s", folder.constData());
+    std::vector<QByteArray> paths;
+    for (const QByteArray& name : names)
+        paths.push_back(folder + '/' + name);
+    return paths;
 }
 
 void BenchDisk::begin_run() const

@@ -28,7 +28,10 @@ public:
 
     /// Path on disk, without trailing slash.
     QByteArray native() const;
+    /// In the order in which they were made.
     const std::vector<File>& files() const { return files_; }
+    /// The paths on disk of the files of the first folder, in the order in which the folder tells them.
+    std::vector<QByteArray> paths_as_listed() const;
 
     /// Makes it the disk of a fresh run.
     void begin_run() const;
