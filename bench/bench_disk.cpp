@@ -43,10 +43,9 @@ std::vector<QByteArray> BenchDisk::paths_as_listed() const
     std::vector<QByteArray> names;
     if (read_names(folder, names) != 0)
         qFatal("can't list %s", folder.constData());
-    std::vector<QByteArray> paths;
-    for (const QByteArray& name : names)
-        paths.push_back(folder + '/' + name);
-    return paths;
+    for (QByteArray& name : names)
+        name.prepend(folder + '/');
+    return names;
 }
 
 void BenchDisk::begin_run() const
