@@ -44,6 +44,10 @@ void TreeModel::fill(TreeNode* node, const QString& key_start, const QStringList
         set_Sorted(node);
         return;
     }
+    // A table of keys that grows looks at each of them again, so it grows in large steps.
+    constexpr qsizetype growth = 4;
+    if (const qsizetype wanted = keys_.size() + texts.size(); wanted > keys_.capacity())
+        keys_.reserve(growth * wanted);
     Nodes added;
     added.reserve(static_cast<std::size_t>(texts.size()));
     bool all_new = true;
