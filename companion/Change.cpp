@@ -9,6 +9,7 @@
 #include "platform/rename_file.h"
 #include "platform/uninterrupted.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <array>
@@ -18,10 +19,21 @@ namespace {
 
 constexpr int block_bytes = TagRecord::block_bytes;
 
+constexpr qint64 second = 1'000'000'000; ///< in nanoseconds
+
 qint64 time_of(const struct stat& status)
 {
-    constexpr qint64 second = 1'000'000'000;
     return status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec;
+}
+
+/// Gives a file the time of its last change from before, by which the undo of an earlier run knows it. One that may not
+/// be given times keeps the present one.
+void put_time_back(const QByteArray& native, qint64 changed)
+{
+    const auto nanoseconds = (changed % second + second) % second;
+    const std::array<timespec, 2> times{timespec{.tv_sec = 0, .tv_nsec = UTIME_OMIT},
+                                        timespec{.tv_sec = (changed - nanoseconds) / second, .tv_nsec = nanoseconds}};
+    utimensat(AT_FDCWD, native.constData(), times.data(), 0);
 }
 
 Reason failure(const QByteArray& text)
@@ -71,15 +83,17 @@ bool stands(const QByteArray& native)
     return status_of(native).has_value() || errno != ENOENT;
 }
 
-/// Gives the file at a path its bytes and rights from before. Gives whether there was something to do.
-TakenBack take_block_back(const QByteArray& native, const Change::Block& block)
+/// Gives the file at a path its bytes, time and rights from before. Gives whether there was something to do.
+TakenBack take_block_back(const QByteArray& native, const Change& change)
 {
+    const Change::Block& block = *change.block;
     const QString path = program_path(native);
     TakenBack result;
     if (last_block(BinaryFile(path, BinaryFile::Access::read)) != block.before) {
         const BinaryFile file(path, BinaryFile::Access::write);
         if (!file.is_open() || !write_block(file, block.before))
             return {.reason = failure("its tag cannot be written: " + error_text(file.is_open() ? EIO : EACCES))};
+        put_time_back(native, change.changed);
         result.had_to = true;
     }
     const std::optional<struct stat> status = status_through_links(native);
@@ -152,7 +166,7 @@ TakenBack take_back(const Change& change)
         return {.reason = {.code = Reason::taken}};
     TakenBack result;
     if (change.block)
-        result = take_block_back(stays ? change.old_path() : change.new_path(), *change.block);
+        result = take_block_back(stays ? change.old_path() : change.new_path(), change);
     if (stays || result.reason)
         return result;
     const int error = rename_without_replacing(change.new_path(), change.old_path());

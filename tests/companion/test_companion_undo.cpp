@@ -74,6 +74,7 @@ private Q_SLOTS:
     void the_journal_is_private();
     void journals_of_one_second_have_names_of_their_own();
     void many_journals_one_after_the_other();
+    void a_run_of_names_is_undone_after_one_of_tags();
     void json_tells_all();
 };
 
@@ -401,6 +402,23 @@ void TestCompanionUndo::many_journals_one_after_the_other()
     QCOMPARE(place.content(), between);
     QCOMPARE(undo(place).status, 0);
     QCOMPARE(place.content(), before);
+}
+
+void TestCompanionUndo::a_run_of_names_is_undone_after_one_of_tags()
+{
+    const MusicPlace place;
+    place.write("a.mp3", song("Ann", "Sea"));
+    const auto before = place.content();
+    const auto time = fs::last_write_time(place.path("a.mp3").toStdString());
+    QCOMPARE(run_fif(applied({"convert", "--type", "3"}, place)).status, 0);
+    const QByteArray second = place.path("second.journal");
+    QCOMPARE(run_fif({"tag", "--genre", "Jazz", "--apply", "--journal", second, place.root()}).status, 0);
+    QCOMPARE(run_fif({"undo", second}).status, 0);
+    fs::remove(second.toStdString());
+    const Told told = undo(place);
+    QCOMPARE(told.err, "quilmo-fif: 1 undone, 0 as they were before, 0 not possible\n"_ba);
+    QCOMPARE(place.content(), before);
+    QCOMPARE(fs::last_write_time(place.path("a.mp3").toStdString()), time);
 }
 
 void TestCompanionUndo::json_tells_all()
