@@ -6,7 +6,7 @@
 namespace {
 
 constexpr std::size_t files_in_batch = 64;
-constexpr std::size_t batches_for_each_thread = 4;
+constexpr std::size_t batches_for_each_thread = 16;
 constexpr int most_helpers = 7;
 
 } // namespace

@@ -196,7 +196,7 @@ void TestCompanionThreads::looks_are_not_far_ahead_data()
 {
     QTest::addColumn<bool>("far");
     QTest::addColumn<int>("most");
-    QTest::newRow("far, within bounds") << true << 2000;
+    QTest::newRow("far, within bounds") << true << 4000;
     QTest::newRow("not at all") << false << 1;
 }
 
@@ -248,7 +248,7 @@ void TestCompanionThreads::what_a_turn_raises_ends_the_threads()
     const auto raise = [] {
         LookAhead looks([](const MusicFile&) { return [] { throw std::runtime_error("turn"); }; },
                         LookAhead::Reach::far, 3);
-        for (int number = 0; number < 3000; ++number)
+        for (int number = 0; number < 30'000; ++number)
             looks.add(file_number(number));
     };
     QVERIFY_THROWS_EXCEPTION(std::runtime_error, raise());
