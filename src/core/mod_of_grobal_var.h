@@ -3,10 +3,12 @@
 #include "platform/FileSystemObject.h"
 #include "platform/numbers.h"
 
+#include <QHash>
 #include <QString>
 
 #include <array>
 #include <memory>
+#include <vector>
 
 class cIDV3;
 class DetailFields;
@@ -32,6 +34,13 @@ struct FinalListEntry
     i32 size = 0;      ///< bytes
     QString type_text;
     QString date_text;
+};
+
+/// Finds slots of the final list without a walk through them. Only the final list's own routines change it.
+struct FinalListIndex
+{
+    QHash<QString, std::vector<std::size_t>> slots_of_name; ///< in use or not, rising; the empty name has no entry
+    std::size_t lowest_free = 0;                            ///< no slot below it is free
 };
 
 /// A name taken by Copy or a drag from the file list.
@@ -100,6 +109,7 @@ struct Shared
     i32 cd_capacity_mb = 0;
 
     std::array<FinalListEntry, 1001> final_list{}; ///< slots 0 to 999 are used
+    FinalListIndex final_list_index;
     i32 final_list_count = 0;
     i32 final_list_bytes = 0;
 

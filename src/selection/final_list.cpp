@@ -4,8 +4,6 @@
 #include "fif/mod_of_FIF.h"
 #include "platform/text.h"
 
-#include <QHash>
-
 #include <algorithm>
 #include <vector>
 
@@ -21,92 +19,58 @@ template<typename Matches> FinalListEntry* find_slot(const Matches& matches)
     return slot == slots.end() ? nullptr : &*slot;
 }
 
-/// Knows which slots bear a name, in use or not, and where free slots begin, so that nobody has to go through the table
-/// for each file. It holds as long as nobody else names or frees a slot.
-class SlotIndex
+/// The first slot of this name that `matches`; nullptr when there is none.
+template<typename Matches> FinalListEntry* find_slot_of(const QString& name, const Matches& matches)
 {
-public:
-    /// The index of the table. A fresh run has a table of its own, which is read then.
-    static SlotIndex& of_table();
-
-    /// The first slot of this name that `matches`; nullptr when there is none.
-    template<typename Matches> FinalListEntry* first_of(const QString& name, const Matches& matches) const
-    {
-        if (name.isEmpty())
-            return find_slot([&](const FinalListEntry& slot) { return slot.name.isEmpty() && matches(slot); });
-        const auto slots = slots_.constFind(name);
-        if (slots == slots_.cend())
-            return nullptr;
-        const auto slot = std::ranges::find_if(*slots, [&](const FinalListEntry* entry) { return matches(*entry); });
-        return slot == slots->end() ? nullptr : *slot;
-    }
-
-    /// The lowest free slot; nullptr when all are in use.
-    FinalListEntry* lowest_free();
-    void set_name(FinalListEntry& slot, const QString& name);
-    void set_free(FinalListEntry& slot);
-
-private:
-    QHash<QString, std::vector<FinalListEntry*>> slots_; ///< those of each name but the empty one, in their order
-    std::size_t lowest_free_ = 0;                        ///< no slot below it is free
-    const FinalListEntry* last_named_ = final_list_slots().data();
-    QString last_name_; ///< of that slot; the very text that the table holds
-};
-
-SlotIndex& SlotIndex::of_table()
-{
-    static SlotIndex index;
-    if (index.last_named_->name.constData() != index.last_name_.constData()) {
-        index = {};
-        for (FinalListEntry& slot : final_list_slots()) {
-            if (!slot.name.isEmpty())
-                index.slots_[slot.name].push_back(&slot);
-        }
-        index.last_name_ = index.last_named_->name;
-    }
-    return index;
+    if (name.isEmpty())
+        return find_slot([&](const FinalListEntry& slot) { return slot.name.isEmpty() && matches(slot); });
+    const auto& slots_of_name = shared.final_list_index.slots_of_name;
+    const auto numbers = slots_of_name.constFind(name);
+    if (numbers == slots_of_name.cend())
+        return nullptr;
+    const auto slots = final_list_slots();
+    const auto number = std::ranges::find_if(*numbers, [&](std::size_t slot) { return matches(slots[slot]); });
+    return number == numbers->end() ? nullptr : &slots[*number];
 }
 
-FinalListEntry* SlotIndex::lowest_free()
+std::size_t number_of(const FinalListEntry& slot)
+{
+    return static_cast<std::size_t>(&slot - final_list_slots().data());
+}
+
+/// The lowest free slot; nullptr when all are in use.
+FinalListEntry* lowest_free_slot()
 {
     const auto slots = final_list_slots();
-    while (lowest_free_ < slots.size() && slots[lowest_free_].in_use != 0)
-        ++lowest_free_;
-    return lowest_free_ < slots.size() ? &slots[lowest_free_] : nullptr;
+    std::size_t& lowest = shared.final_list_index.lowest_free;
+    while (lowest < slots.size() && slots[lowest].in_use != 0)
+        ++lowest;
+    return lowest < slots.size() ? &slots[lowest] : nullptr;
 }
 
-void SlotIndex::set_name(FinalListEntry& slot, const QString& name)
+void set_name(FinalListEntry& slot, const QString& name)
 {
-    if (const auto old = slots_.find(slot.name); old != slots_.end()) {
-        std::erase(*old, &slot);
+    auto& slots_of_name = shared.final_list_index.slots_of_name;
+    if (const auto old = slots_of_name.find(slot.name); old != slots_of_name.end()) {
+        std::erase(*old, number_of(slot));
         if (old->empty())
-            slots_.erase(old);
+            slots_of_name.erase(old);
     }
     if (!name.isEmpty()) {
-        std::vector<FinalListEntry*>& slots = slots_[name];
-        slots.insert(std::ranges::upper_bound(slots, &slot), &slot);
+        auto& numbers = slots_of_name[name];
+        numbers.insert(std::ranges::upper_bound(numbers, number_of(slot)), number_of(slot));
     }
-    // An empty name has a text too, unlike that of a slot of a fresh table.
-    slot.name = name.isEmpty() ? u""_s : name;
-    last_named_ = &slot;
-    last_name_ = slot.name;
-}
-
-void SlotIndex::set_free(FinalListEntry& slot)
-{
-    slot.in_use = 0;
-    lowest_free_ = std::min(lowest_free_, static_cast<std::size_t>(&slot - final_list_slots().data()));
+    slot.name = name;
 }
 
 FinalListEntry* live_slot_of(const QString& name)
 {
-    return SlotIndex::of_table().first_of(name, [](const FinalListEntry& slot) { return slot.in_use == 1; });
+    return find_slot_of(name, [](const FinalListEntry& slot) { return slot.in_use == 1; });
 }
 
 FinalListEntry* live_slot_of(const QString& name, const QString& folder)
 {
-    return SlotIndex::of_table().first_of(
-        name, [&](const FinalListEntry& slot) { return slot.in_use == 1 && slot.folder == folder; });
+    return find_slot_of(name, [&](const FinalListEntry& slot) { return slot.in_use == 1 && slot.folder == folder; });
 }
 
 /// Both totals move or, when one would overflow, neither.
@@ -121,7 +85,9 @@ void add_to_totals(i32 files, std::int64_t bytes)
 void free_slot(FinalListEntry& slot, i32 size)
 {
     add_to_totals(-1, -std::int64_t{size});
-    SlotIndex::of_table().set_free(slot);
+    slot.in_use = 0;
+    std::size_t& lowest = shared.final_list_index.lowest_free;
+    lowest = std::min(lowest, number_of(slot));
 }
 
 } // namespace
@@ -134,7 +100,7 @@ std::span<FinalListEntry> final_list_slots()
 i16 add_to_final_list(const QString& name, const QString& folder, const QString& full_path, i32 size,
                       const QString& type_text, const QString& date_text)
 {
-    FinalListEntry* const slot = SlotIndex::of_table().lowest_free();
+    FinalListEntry* const slot = lowest_free_slot();
     if (slot == nullptr)
         return list_full;
     if (is_name_in_final_list(name) == 1)
@@ -143,7 +109,7 @@ i16 add_to_final_list(const QString& name, const QString& folder, const QString&
     // The conversion mark keeps what the slot held, on purpose: the conversion dialog sets it before it reads it.
     slot->in_use = 1;
     slot->kind = Check_file_for_fif(name);
-    SlotIndex::of_table().set_name(*slot, name);
+    set_name(*slot, name);
     slot->folder = folder;
     slot->full_path = full_path;
     slot->size = size;
@@ -158,7 +124,7 @@ i16 add_to_final_list(const QString& name, const QString& folder, const QString&
 i16 remove_from_final_list(const QString& name, const QString& folder, const QString& /*full_path*/, i32 size)
 {
     FinalListEntry* const slot =
-        SlotIndex::of_table().first_of(name, [&](const FinalListEntry& entry) { return entry.folder == folder; });
+        find_slot_of(name, [&](const FinalListEntry& entry) { return entry.folder == folder; });
     if (slot == nullptr)
         return 0;
     free_slot(*slot, size);
@@ -204,7 +170,7 @@ i16 rename_in_final_list(const QString& old_name, const QString& old_folder, con
     FinalListEntry* const slot = live_slot_of(old_name, old_folder);
     if (slot == nullptr)
         return 0;
-    SlotIndex::of_table().set_name(*slot, new_name);
+    set_name(*slot, new_name);
     slot->folder = new_folder;
     slot->full_path = new_folder + new_name;
     slot->kind = Check_file_for_fif(new_name);
@@ -219,7 +185,7 @@ QString final_list_folder_of(const QString& name)
 
 void set_convert_mark(const QString& name, i16 mark)
 {
-    if (FinalListEntry* const slot = SlotIndex::of_table().first_of(name, [](const FinalListEntry&) { return true; }))
+    if (FinalListEntry* const slot = find_slot_of(name, [](const FinalListEntry&) { return true; }))
         slot->convert = mark;
 }
 
