@@ -74,6 +74,7 @@ struct TakenBack
     Reason reason;       ///< why nothing was done
 };
 
-/// Takes a change back, whether it was done whole, in part or not at all: first the bytes with the time of the file's last
-/// change, then the name, never replacing a file. Refuses with nothing done what is not as the change found or left it.
+/// Takes a change back, whether it was done whole, in part or not at all: first the bytes with the time of the file's
+/// last change, then the name, never replacing a file. Refuses with nothing done what is not as the change found or
+/// left it.
 TakenBack take_back(const Change& change);
