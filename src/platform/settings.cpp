@@ -1,5 +1,6 @@
 #include "platform/settings.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -73,6 +74,15 @@ bool set_text(const QString& path, const QStringList& keys, const QString& key, 
     return file.open(QFile::ReadOnly) && file.readAll().endsWith('\n');
 }
 
+/// Gives the file at `path` a time after `time` if it has none; false when that can't be done. The toolkit takes a file
+/// of the same length and time for the one that it has read.
+bool make_later(const QString& path, const QDateTime& time)
+{
+    QFile file(path);
+    return file.open(QFile::ReadOnly) && (file.fileTime(QFile::FileModificationTime) > time ||
+                                          file.setFileTime(time.addMSecs(1), QFile::FileModificationTime));
+}
+
 } // namespace
 
 QString GetSetting(const QString& application, const QString& section, const QString& key, const QString& default_value)
@@ -92,6 +102,7 @@ void SaveSetting(const QString& application, const QString& section, const QStri
     const bool is_saved =
         new_file.open() && copy_content(path, new_file) &&
         set_text(new_file.fileName(), store.allKeys(), full_key(section, key), value) &&
+        make_later(new_file.fileName(), QFileInfo(path).lastModified()) &&
         std::rename(QFile::encodeName(new_file.fileName()).constData(), QFile::encodeName(path).constData()) == 0;
     new_file.setAutoRemove(!is_saved);
 }

@@ -4,6 +4,7 @@
 #include "test_main.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -53,6 +54,7 @@ private Q_SLOTS:
     void bad_store_is_empty();
     void damaged_section_leaves_the_others();
     void damaged_store_is_mended_by_writing();
+    void saved_store_is_later_than_the_one_before();
     void store_without_settings_takes_one_data();
     void store_without_settings_takes_one();
     void unreadable_store_is_empty();
@@ -179,6 +181,19 @@ void TestSettings::damaged_store_is_mended_by_writing()
     read_settings();
 
     QCOMPARE(shared.fif_type, i16(4));
+}
+
+void TestSettings::saved_store_is_later_than_the_one_before()
+{
+    write_store("[fif_type]\nlocation=2\n");
+    QFile file(store_file());
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    const QDateTime an_hour_ahead = QDateTime::currentDateTime().addSecs(3600);
+    QVERIFY(file.setFileTime(an_hour_ahead, QFile::FileModificationTime));
+    SaveSetting(u"Quilmo"_s, u"fif_type"_s, u"location"_s, u"4"_s);
+
+    QVERIFY(QFileInfo(store_file()).lastModified() > an_hour_ahead);
+    QCOMPARE(GetSetting(u"Quilmo"_s, u"fif_type"_s, u"location"_s, {}), u"4"_s);
 }
 
 void TestSettings::store_without_settings_takes_one_data()
