@@ -344,6 +344,9 @@ void TestLabelEdit::box_grows_and_follows_its_row()
     const QRect before = form.editor()->geometry();
     Form::type(u"a name that takes much more room"_s);
     QVERIFY(form.editor()->width() > before.width());
+    form.editor()->selectAll();
+    Form::type(u"a"_s);
+    QCOMPARE(form.editor()->geometry(), before);
     Form::type(QString(200, u'w'));
     QVERIFY(form.editor()->geometry().right() <= form.view()->viewport()->rect().right());
     QCOMPARE(form.editor()->geometry().left(), before.left());

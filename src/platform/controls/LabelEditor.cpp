@@ -62,7 +62,10 @@ void LabelEditor::place()
     view_.itemDelegateForIndex(index_)->updateEditorGeometry(this, row_option(view_, index_), index_);
     const QRect sight = view_.viewport()->rect();
     QRect box = geometry();
-    const int needed = fontMetrics().horizontalAdvance(displayText()) + minimumSizeHint().width();
+    // The row still draws its text, of which nothing is to stick out.
+    const int text_width = std::max(fontMetrics().horizontalAdvance(displayText()),
+                                    fontMetrics().horizontalAdvance(index_.data(Qt::DisplayRole).toString()));
+    const int needed = text_width + minimumSizeHint().width();
     const int room = std::max(sight.right() - std::max(box.left(), 0), minimumSizeHint().width());
     box.setWidth(std::min(needed, room));
     const int height = std::max(box.height(), sizeHint().height());

@@ -6,8 +6,9 @@
 class QAbstractItemView;
 
 /// The box in which a label of a list or tree is edited in its place. It opens over the text of its row with the
-/// keyboard focus, grows with what is typed, and ends once: by Enter, Tab or a loss of the focus as accepted, by Esc or
-/// by cancel() as cancelled. All keys without Alt are its own, so no shortcut of a menu acts meanwhile.
+/// keyboard focus, grows with what is typed, never leaves a part of that text bare, and ends once: by Enter, Tab or a
+/// loss of the focus as accepted, by Esc or by cancel() as cancelled. All keys without Alt are its own, so no shortcut
+/// of a menu acts meanwhile.
 class LabelEditor : public QLineEdit
 {
     Q_OBJECT
