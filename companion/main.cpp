@@ -1,4 +1,5 @@
 #include "companion/companion.h"
+#include "companion/standard_streams.h"
 
 #include <unistd.h>
 
@@ -7,6 +8,7 @@
 
 int main(int argc, char** argv)
 {
+    fill_standard_streams();
     std::setlocale(LC_CTYPE, "");
     return run_companion(std::span(argv, static_cast<std::size_t>(argc)),
                          {.in = stdin,
