@@ -102,7 +102,7 @@ void ChangeRun::cannot(const QByteArray& shown_path, const Reason& reason, const
 void ChangeRun::note(const Change& change)
 {
     if (!journal_)
-        journal_ = std::make_unique<JournalWriter>(order_.journal.isEmpty() ? default_journal() : order_.journal);
+        journal_ = std::make_unique<JournalWriter>(order_.journal ? *order_.journal : default_journal());
     journal_->add(change);
     if (change.tagless)
         tagless_.insert(noted_, change.tagless);

@@ -59,6 +59,8 @@ void FileWalk::walk(PathSource& paths)
 {
     while (const std::optional<QByteArray> path = paths.next())
         visit(*path);
+    if (!paths.error().isEmpty())
+        visitor_.failed("standard input", paths.error());
 }
 
 void FileWalk::visit(const QByteArray& path)

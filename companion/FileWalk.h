@@ -37,7 +37,8 @@ public:
         std::function<void(MusicFile file)> file;
         /// The files of one walked folder, which no other file lies in, are through.
         std::function<void()> folder_end;
-        /// A path as the person would write it cannot be read or is no music file.
+        /// A path as the person would write it cannot be read or is no music file, or "standard input", where paths
+        /// come from, cannot be read.
         std::function<void(const QByteArray& path, const QByteArray& reason)> failed;
     };
 

@@ -1,6 +1,7 @@
 #include "companion/LookAhead.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -51,12 +52,21 @@ void LookAhead::send_batch()
     }
     batch_came_.notify_one();
     // A run of a few files is over before a thread would have begun.
-    if (threads_.empty() && batches_.size() > 1) {
-        for (int number = 0; number < helpers_; ++number)
-            threads_.emplace_back([this](const std::stop_token& stop) { help(stop); });
-    }
+    if (threads_.empty() && batches_.size() > 1)
+        start_threads();
     while (batches_.size() > most_batches_)
         take_first();
+}
+
+/// The run goes on with those that the system lets it start.
+void LookAhead::start_threads()
+{
+    try {
+        while (std::ssize(threads_) < helpers_)
+            threads_.emplace_back([this](const std::stop_token& stop) { help(stop); });
+    } catch (const std::system_error&) {
+        helpers_ = static_cast<int>(threads_.size());
+    }
 }
 
 void LookAhead::take_first()

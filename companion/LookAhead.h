@@ -29,7 +29,7 @@ public:
         not_at_all ///< each file's turn comes before the next is looked at
     };
 
-    /// Beside the caller's thread, `helpers` others look.
+    /// Beside the caller's thread, `helpers` others look, or as many of them as the system lets start.
     LookAhead(Look look, Reach reach, int helpers);
 
     void add(MusicFile file);
@@ -53,6 +53,7 @@ private:
 
     void add_entry(Entry entry);
     void send_batch();
+    void start_threads();
     void take_first();
     void wait_for(const Batch& batch);
     void look_through(Batch& batch) const;

@@ -1,5 +1,8 @@
 #include "companion/PathSource.h"
 
+#include "companion/Reason.h"
+
+#include <cerrno>
 #include <cstdlib>
 #include <memory>
 
@@ -7,14 +10,28 @@ std::optional<QByteArray> PathSource::next()
 {
     if (stream_ == nullptr)
         return place_ < paths_.size() ? std::optional(paths_[place_++]) : std::nullopt;
-    QByteArray path;
+    std::optional<QByteArray> path = read();
+    while (path && path->isEmpty())
+        path = read();
+    return path;
+}
+
+std::optional<QByteArray> PathSource::read()
+{
     char* bytes = nullptr;
     std::size_t room = 0;
-    ssize_t length = 0;
-    while (path.isEmpty() && (length = getdelim(&bytes, &room, '\0', stream_)) >= 0) {
-        const qsizetype end = length > 0 && bytes[length - 1] == '\0' ? length - 1 : length;
-        path = QByteArray(bytes, end);
+    const ssize_t length = getdelim(&bytes, &room, '\0', stream_);
+    const int error = errno;
+    const std::unique_ptr<char, decltype(&std::free)> owner(bytes, std::free);
+    // What comes before an error may be the beginning of a path, which means another file or folder.
+    if (std::ferror(stream_) != 0 || (length < 0 && std::feof(stream_) == 0)) {
+        error_ = error_text(error);
+        return std::nullopt;
     }
-    std::free(bytes);
-    return path.isEmpty() ? std::nullopt : std::optional(path);
+    if (length < 0)
+        return std::nullopt;
+    QByteArray path(bytes, length);
+    if (path.endsWith('\0'))
+        path.chop(1);
+    return path;
 }

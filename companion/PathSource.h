@@ -14,11 +14,17 @@ public:
     /// `stream` outlives it.
     explicit PathSource(std::FILE* stream) : stream_(stream) {}
 
-    /// The next path; nothing at the end. Empty ones on the stream are passed over.
+    /// The next path; nothing at the end, or where the stream can't be read further. Empty ones on the stream are
+    /// passed over.
     std::optional<QByteArray> next();
+    /// Why the stream can't be read further; empty while it can, and at its end.
+    const QByteArray& error() const { return error_; }
 
 private:
+    std::optional<QByteArray> read();
+
     QByteArrayList paths_;
     qsizetype place_ = 0;
     std::FILE* stream_ = nullptr;
+    QByteArray error_;
 };

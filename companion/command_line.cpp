@@ -15,10 +15,10 @@ namespace {
 
 enum Option
 {
-    from_stdin = '0',
-    help = 'h',
-    json = 256,
+    json = 256, // above all letters
+    help,
     version,
+    from_stdin,
     type,
     fix_artist,
     fix_genre,
@@ -33,6 +33,8 @@ enum Option
     comment,
     genre,
 };
+
+constexpr int word_alone = 1; ///< what getopt gives for a word that is no option
 
 struct CommandName
 {
@@ -188,6 +190,20 @@ bool sets_nothing(const TagEdit& edit)
     return !edit.artist && !edit.title && !edit.album && !edit.year && !edit.comment && !edit.genre;
 }
 
+/// What is wrong with an option that getopt refused, the last of `word`.
+UsageError refused(const QByteArray& word)
+{
+    if (optopt >= json)
+        return {word + ": its value is missing or one too many"};
+    if (optopt != 0)
+        return {QByteArray("there is no option -") + static_cast<char>(optopt)};
+    const QByteArray beginning = word.sliced(2).split('=').first();
+    const bool is_unclear = std::ranges::any_of(long_options, [&](const option& known) {
+        return known.name != nullptr && QByteArrayView(known.name).startsWith(beginning);
+    });
+    return {word + (is_unclear ? ": several options begin so" : ": there is no such option")};
+}
+
 /// What goes beyond the single option.
 void check_order(const Order& order)
 {
@@ -201,10 +217,22 @@ void check_order(const Order& order)
         throw UsageError{"no path given"};
     if (order.paths.contains(QByteArray()))
         throw UsageError{"an empty path"};
-    if (!order.writes_journal && !order.journal.isEmpty())
+    if (order.journal == QByteArray())
+        throw UsageError{"--journal: an empty path"};
+    if (!order.writes_journal && order.journal)
         throw UsageError{"--journal and --no-journal do not go together"};
-    if (!order.apply && (!order.writes_journal || !order.journal.isEmpty()))
+    if (!order.apply && (!order.writes_journal || order.journal))
         throw UsageError{"a journal goes with --apply"};
+}
+
+/// Reads on: an Option, `word_alone`, or what getopt gives at an error or at the end.
+int next_option(std::span<char*> words)
+{
+    // The sign at the front: options may stand behind other words, whatever the environment says.
+    const int given = getopt_long(static_cast<int>(words.size()), words.data(), "-0h", long_options.data(), nullptr);
+    if (given == '0')
+        return from_stdin;
+    return given == 'h' ? help : given;
 }
 
 std::variant<Order, Wanted> parsed(std::span<char*> words)
@@ -214,16 +242,17 @@ std::variant<Order, Wanted> parsed(std::span<char*> words)
     opterr = 0;
     optind = 0; // begins anew
     while (true) {
-        const int given = getopt_long(static_cast<int>(words.size()), words.data(), "0h", long_options.data(), nullptr);
+        const int given = next_option(words);
         if (given < 0)
             break;
-        if (given == '?' && optopt > ' ' && optopt < json)
-            throw UsageError{QByteArray("there is no option -") + static_cast<char>(optopt)};
         if (given == '?')
-            throw UsageError{QByteArray(words[static_cast<std::size_t>(optind - 1)]) +
-                             (optopt == 0 ? ": there is no such option" : ": its value is missing or one too many")};
+            throw refused(words[static_cast<std::size_t>(optind - 1)]);
         if (given == help || given == version)
             return given == help ? Wanted::help : Wanted::version;
+        if (given == word_alone) {
+            order.paths.append(optarg);
+            continue;
+        }
         used.push_back(given);
         take_option(order, given, optarg);
     }

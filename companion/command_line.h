@@ -44,8 +44,8 @@ struct Order
     bool tags = false;
     bool apply = false;
     bool writes_journal = true;
-    QByteArray journal; ///< empty for one in the user's state folder
-    int helpers = 0;    ///< threads beside the program's own that look at files; no part of the command line
+    std::optional<QByteArray> journal; ///< nothing for one in the user's state folder
+    int helpers = 0; ///< threads beside the program's own that look at files; no part of the command line
 };
 
 /// What the person wants to read instead of having something done.

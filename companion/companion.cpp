@@ -68,7 +68,7 @@ void run(const Order& order, const Streams& streams, Output& output)
 
 int usage_error(const UsageError& error, Output& output)
 {
-    output.remark(error.text + "\nTry \"quilmo-fif --help\".");
+    output.remark(shown(error.text) + "\nTry \"quilmo-fif --help\".");
     return 2;
 }
 

@@ -72,17 +72,22 @@ QList<QJsonObject> Told::objects() const
 
 Told run_fif(const QByteArrayList& words, const QByteArray& input, int helpers)
 {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> in(std::tmpfile(), std::fclose);
+    std::fwrite(input.constData(), 1, static_cast<std::size_t>(input.size()), in.get());
+    std::rewind(in.get());
+    return run_fif(words, in.get(), helpers);
+}
+
+Told run_fif(const QByteArrayList& words, std::FILE* input, int helpers)
+{
     QByteArrayList all = QByteArrayList{"quilmo-fif"} + words;
     std::vector<char*> pointers;
     for (QByteArray& word : all)
         pointers.push_back(word.data());
     const Gathered out;
     const Gathered err;
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> in(std::tmpfile(), std::fclose);
-    std::fwrite(input.constData(), 1, static_cast<std::size_t>(input.size()), in.get());
-    std::rewind(in.get());
     Told told;
-    told.status = run_companion(pointers, {.in = in.get(), .out = out.stream(), .err = err.stream()}, helpers);
+    told.status = run_companion(pointers, {.in = input, .out = out.stream(), .err = err.stream()}, helpers);
     told.out = out.bytes();
     told.err = err.bytes();
     return told;

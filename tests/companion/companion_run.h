@@ -10,6 +10,8 @@
 #include <QMap>
 #include <QTemporaryDir>
 
+#include <cstdio>
+
 // What the tests of the companion share.
 
 /// What a run of the companion said.
@@ -27,6 +29,8 @@ struct Told
 /// Runs the companion within this process. `words` follow its name, `input` is what it finds on its standard input,
 /// `helpers` are its threads beside the caller's.
 Told run_fif(const QByteArrayList& words, const QByteArray& input = {}, int helpers = 1);
+/// The same with a stream as its standard input.
+Told run_fif(const QByteArrayList& words, std::FILE* input, int helpers = 1);
 
 /// A temporary folder of music on disk, in memory where the machine lets it.
 class MusicPlace

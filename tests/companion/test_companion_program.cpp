@@ -50,6 +50,13 @@ Run run_program(const QByteArrayList& words)
     return {.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1, .peak_kilobytes = usage.ru_maxrss};
 }
 
+/// Runs a line of the shell to its end.
+void run_in_shell(QProcess& process, const QByteArray& line)
+{
+    process.start(u"/bin/bash"_s, {u"-c"_s, u"-o"_s, u"pipefail"_s, QString::fromUtf8(line)});
+    process.waitForFinished();
+}
+
 /// FIF names in folders of a thousand, all of one file.
 void make_many(const MusicPlace& place, int files)
 {
@@ -80,6 +87,10 @@ class TestCompanionProgram : public QObject
 private Q_SLOTS:
     void exit_statuses();
     void it_reads_its_standard_input();
+    void a_standard_input_that_cannot_be_read_is_told_data();
+    void a_standard_input_that_cannot_be_read_is_told();
+    void a_stream_that_is_closed_is_no_file_data();
+    void a_stream_that_is_closed_is_no_file();
     void a_reader_that_goes_away_stops_no_change();
     void an_output_that_is_full_is_told();
     void it_loads_no_library_of_windows_or_player();
@@ -110,6 +121,67 @@ void TestCompanionProgram::it_reads_its_standard_input()
     QCOMPARE(process.readAllStandardError(), QByteArray()); // no progress where nobody watches
 }
 
+void TestCompanionProgram::a_standard_input_that_cannot_be_read_is_told_data()
+{
+    QTest::addColumn<QByteArray>("input");
+    QTest::addColumn<QByteArray>("reason");
+    QTest::newRow("a folder") << "</"_ba
+                              << "Is a directory"_ba;
+    QTest::newRow("closed") << "<&-"_ba
+                            << "Bad file descriptor"_ba;
+    QTest::newRow("for writing alone") << "0>/dev/null"_ba
+                                       << "Bad file descriptor"_ba;
+}
+
+void TestCompanionProgram::a_standard_input_that_cannot_be_read_is_told()
+{
+    QFETCH(QByteArray, input);
+    QFETCH(QByteArray, reason);
+
+    QProcess process;
+    run_in_shell(process, program + " check -0 " + input);
+    QCOMPARE(process.exitCode(), 1);
+    QCOMPARE(process.readAllStandardError(), "quilmo-fif: standard input: " + reason + '\n');
+    QCOMPARE(process.readAllStandardOutput(), QByteArray());
+}
+
+void TestCompanionProgram::a_stream_that_is_closed_is_no_file_data()
+{
+    QTest::addColumn<QByteArray>("closed");
+    QTest::addColumn<int>("status");
+    QTest::newRow("the input") << "<&-"_ba << 0;
+    QTest::newRow("the output") << ">&-"_ba << 1;
+    QTest::newRow("the errors") << "2>&-"_ba << 0;
+    QTest::newRow("all") << "<&- >&- 2>&-"_ba << 1;
+}
+
+/// No journal and no music file takes its place, so that what is told would be written into it.
+void TestCompanionProgram::a_stream_that_is_closed_is_no_file()
+{
+    QFETCH(QByteArray, closed);
+    QFETCH(int, status);
+
+    const MusicPlace place;
+    for (int number = 0; number < 200; ++number)
+        place.write("[Ann][Sea " + QByteArray::number(number) + "].mp3", song("Old", "Older"));
+    const auto before = place.content();
+    const QByteArray change = program + " convert --type 6 --tags --apply ";
+    QProcess process;
+    run_in_shell(process, change + "--journal " + place.journal() + ' ' + place.root() + ' ' + closed);
+    QCOMPARE(process.exitCode(), status);
+    const auto after = place.content();
+    QCOMPARE(after.size(), before.size());
+    for (auto entry = after.begin(); entry != after.end(); ++entry) {
+        QVERIFY(entry.key().startsWith("Ann-Sea"));
+        QCOMPARE(entry.value().size(), song("Old", "Older").size());
+    }
+    run_in_shell(process, program + " undo " + place.journal() + ' ' + closed);
+    QCOMPARE(process.exitCode(), status);
+    QCOMPARE(place.content(), before);
+    run_in_shell(process, change + "--no-journal " + place.root() + ' ' + closed);
+    QCOMPARE(place.content(), after);
+}
+
 void TestCompanionProgram::a_reader_that_goes_away_stops_no_change()
 {
     const MusicPlace place;
@@ -117,10 +189,7 @@ void TestCompanionProgram::a_reader_that_goes_away_stops_no_change()
         place.write("[Ann][Sea " + QByteArray::number(number) + "].mp3", "x");
     QProcess process;
     process.setStandardOutputFile(u"/dev/null"_s);
-    const QByteArray command =
-        program + " convert --type 6 --apply --no-journal " + place.root() + " 2>/dev/null | true";
-    process.start(u"/bin/bash"_s, {u"-c"_s, u"-o"_s, u"pipefail"_s, QString::fromUtf8(command)});
-    QVERIFY(process.waitForFinished());
+    run_in_shell(process, program + " convert --type 6 --apply --no-journal " + place.root() + " 2>/dev/null | true");
     QCOMPARE(process.exitCode(), 1); // it could not tell all
     const QByteArrayList names = place.content().keys();
     QCOMPARE(names.size(), 2000);

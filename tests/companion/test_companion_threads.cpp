@@ -6,11 +6,16 @@
 #include <QCoreApplication>
 #include <QTest>
 
+#include <pthread.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
+#include <fstream>
+#include <mutex>
 #include <numeric>
+#include <set>
 #include <stdexcept>
 #include <thread>
 #include <vector>
@@ -52,6 +57,46 @@ void write_collection(const MusicPlace& place)
     place.write("folder 3/closed/a.mp3", "x");
 }
 
+qint64 used_address_space()
+{
+    std::ifstream stream("/proc/self/statm");
+    qint64 pages = 0;
+    stream >> pages;
+    return pages * sysconf(_SC_PAGESIZE);
+}
+
+/// As long as the object lives, there is address space for the stacks of so many threads and no more.
+class RoomForThreads
+{
+public:
+    explicit RoomForThreads(int threads)
+    {
+        constexpr std::size_t stack = std::size_t(1) << 30U;
+        pthread_getattr_default_np(&attributes_);
+        getrlimit(RLIMIT_AS, &limit_);
+        pthread_attr_t large = {};
+        pthread_attr_init(&large);
+        pthread_attr_setstacksize(&large, stack);
+        pthread_setattr_default_np(&large);
+        pthread_attr_destroy(&large);
+        rlimit narrow = limit_;
+        narrow.rlim_cur = static_cast<rlim_t>(used_address_space()) + stack * static_cast<rlim_t>(threads) + stack / 2;
+        setrlimit(RLIMIT_AS, &narrow);
+    }
+    ~RoomForThreads()
+    {
+        setrlimit(RLIMIT_AS, &limit_);
+        pthread_setattr_default_np(&attributes_);
+        pthread_attr_destroy(&attributes_);
+    }
+    RoomForThreads(const RoomForThreads&) = delete;
+    RoomForThreads& operator=(const RoomForThreads&) = delete;
+
+private:
+    pthread_attr_t attributes_ = {};
+    rlimit limit_ = {};
+};
+
 MusicFile file_number(int number)
 {
     return {.folder = {}, .name = QByteArray::number(number)};
@@ -72,6 +117,8 @@ private Q_SLOTS:
     void turns_come_in_order();
     void looks_are_not_far_ahead_data();
     void looks_are_not_far_ahead();
+    void what_cannot_start_is_done_without_data();
+    void what_cannot_start_is_done_without();
     void what_a_look_raises_comes_out();
     void what_a_turn_raises_ends_the_threads();
 };
@@ -220,6 +267,47 @@ void TestCompanionThreads::looks_are_not_far_ahead()
     QCOMPARE(turned, 20'000);
     QVERIFY2(furthest >= 1 && furthest <= most, QByteArray::number(furthest).constData());
     QVERIFY(!far || furthest > 1);
+}
+
+void TestCompanionThreads::what_cannot_start_is_done_without_data()
+{
+    QTest::addColumn<int>("startable");
+    QTest::newRow("no thread") << 0;
+    QTest::newRow("one thread of three") << 1;
+}
+
+void TestCompanionThreads::what_cannot_start_is_done_without()
+{
+    QFETCH(int, startable);
+
+    constexpr int files = 20'000;
+    std::mutex lock; // of the following
+    std::set<std::thread::id> lookers;
+    std::vector<int> order;
+    {
+        const RoomForThreads room(startable);
+        const auto look = [&](const MusicFile& file) -> LookAhead::Turn {
+            const std::lock_guard guard(lock);
+            lookers.insert(std::this_thread::get_id());
+            return [&, number = file.name.toInt()] { order.push_back(number); };
+        };
+        LookAhead looks(look, LookAhead::Reach::far, 3);
+        for (int number = 0; number < files; ++number)
+            looks.add(file_number(number));
+        looks.finish();
+    }
+    QVERIFY(std::ssize(lookers) <= 1 + startable);
+    std::vector<int> expected(files);
+    std::iota(expected.begin(), expected.end(), 0);
+    QVERIFY(order == expected);
+
+    const MusicPlace place;
+    write_collection(place);
+    const Told all = run_fif({"check", place.root()}, {}, 3);
+    const RoomForThreads room(startable);
+    const Told told = run_fif({"check", place.root()}, {}, 3);
+    QCOMPARE(told.out, all.out);
+    QCOMPARE(told.status, all.status);
 }
 
 void TestCompanionThreads::what_a_look_raises_comes_out()

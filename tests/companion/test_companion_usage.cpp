@@ -4,9 +4,48 @@
 #include <QCoreApplication>
 #include <QTest>
 
+#include <algorithm>
+#include <cerrno>
 #include <filesystem>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A stream that breaks off with an error behind some bytes.
+class BrokenStream
+{
+public:
+    BrokenStream(QByteArray bytes, int error) : bytes_(std::move(bytes)), error_(error)
+    {
+        stream_ = fopencookie(this, "r", {.read = read, .write = nullptr, .seek = nullptr, .close = nullptr});
+    }
+    ~BrokenStream() { std::fclose(stream_); }
+    BrokenStream(const BrokenStream&) = delete;
+    BrokenStream& operator=(const BrokenStream&) = delete;
+
+    std::FILE* stream() const { return stream_; }
+
+private:
+    static ssize_t read(void* cookie, char* buffer, std::size_t size)
+    {
+        auto& self = *static_cast<BrokenStream*>(cookie);
+        const qsizetype part = std::min(self.bytes_.size(), static_cast<qsizetype>(size));
+        if (part == 0) {
+            errno = self.error_;
+            return -1;
+        }
+        std::copy_n(self.bytes_.cbegin(), part, buffer);
+        self.bytes_.remove(0, part);
+        return part;
+    }
+
+    QByteArray bytes_;
+    int error_;
+    std::FILE* stream_;
+};
+
+} // namespace
 
 /// What the program takes and says: words, standard input, names of all kinds.
 class TestCompanionUsage : public QObject
@@ -20,6 +59,8 @@ private Q_SLOTS:
     void options_may_stand_anywhere();
     void a_path_may_look_like_an_option();
     void paths_come_from_standard_input();
+    void a_standard_input_that_breaks_off_is_told_data();
+    void a_standard_input_that_breaks_off_is_told();
     void names_pass_through_data();
     void names_pass_through();
     void control_characters_are_escaped_data();
@@ -40,13 +81,24 @@ void TestCompanionUsage::wrong_usage_data()
     row("no path", {"check"}, "no path given");
     row("an empty path", {"check", ""}, "an empty path");
     row("an unknown option", {"check", "--all", "x"}, "--all: there is no such option");
+    row("an option that is unclear", {"convert", "--fix=x", "x"}, "--fix=x: several options begin so");
     row("an unknown letter", {"check", "-x", "y"}, "there is no option -x");
+    row("an unknown letter among others", {"check", "-0x", "-y"}, "there is no option -x");
+    row("a letter that moves a terminal", {"check", "-\x1b[2J", "y"}, R"(there is no option -\x1b)");
+    row("a letter that is no byte of text", {"check", "-\x9b", "y"}, R"(there is no option -\x9b)");
+    row("a command that moves a terminal", {"\x1b]0;x\a"}, R"(there is no command "\x1b]0;x\x07")");
+    row("an option that moves a terminal", {"check", "--\x1b[2J"}, R"(--\x1b[2J: there is no such option)");
+    row("a value that moves a terminal", {"check", "--type", "\x1b[2J", "x"},
+        R"(--type: "\x1b[2J" is no number from 1 to 6)");
+    row("a genre that moves a terminal", {"tag", "--genre", "\r\n", "x"}, R"(--genre: there is no genre "\r\n")");
     row("an option of another command", {"check", "--apply", "x"}, "check has no option --apply");
     row("a type for tags", {"tag", "--type", "1", "x"}, "tag has no option --type");
     row("a type that is none", {"convert", "--type", "7", "x"}, "--type: \"7\" is no number from 1 to 6");
     row("a type in words", {"convert", "--type", "one", "x"}, "--type: \"one\" is no number from 1 to 6");
     row("a value that is missing", {"convert", "x", "--type"}, "--type: its value is missing or one too many");
     row("a value too many", {"convert", "--apply=yes", "x"}, "--apply=yes: its value is missing or one too many");
+    row("a value for -0", {"check", "--from-stdin=x"}, "--from-stdin=x: its value is missing or one too many");
+    row("a value for help", {"--help=x"}, "--help=x: its value is missing or one too many");
     row("an artist of nothing", {"convert", "--fix-artist", " ?", "x"},
         "--fix-artist: nothing of its value can stand in a name");
     row("a genre of delimiters", {"convert", "--type", "5", "--fix-genre", "[-]", "x"},
@@ -64,6 +116,9 @@ void TestCompanionUsage::wrong_usage_data()
     row("two sources of paths", {"check", "-0", "x"}, "paths come as arguments or from standard input, not both");
     row("a journal and none", {"convert", "--apply", "--journal", "j", "--no-journal", "x"},
         "--journal and --no-journal do not go together");
+    row("a journal without a name", {"convert", "--apply", "--journal", "", "x"}, "--journal: an empty path");
+    row("a journal without a name and none", {"convert", "--apply", "--journal=", "--no-journal", "x"},
+        "--journal: an empty path");
     row("a journal of a preview", {"convert", "--journal", "j", "x"}, "a journal goes with --apply");
     row("no journal of a preview", {"tag", "--year", "1", "--no-journal", "x"}, "a journal goes with --apply");
 }
@@ -98,6 +153,11 @@ void TestCompanionUsage::options_may_stand_anywhere()
     const Told told = run_fif({"convert", place.root(), "--type=6"});
     QVERIFY(told.out.endsWith("-> Ann-Sea.mp3\n"));
     QCOMPARE(run_fif({"--type", "6", "convert", place.root()}).out, told.out);
+    QCOMPARE(run_fif({"convert", place.root(), "--ty=6"}).out, told.out); // as much of its name as is clear
+    qputenv("POSIXLY_CORRECT", "1");
+    const Told strict = run_fif({"convert", place.root(), "--type", "6"});
+    qunsetenv("POSIXLY_CORRECT");
+    QCOMPARE(strict.out, told.out);
 }
 
 void TestCompanionUsage::a_path_may_look_like_an_option()
@@ -125,6 +185,44 @@ void TestCompanionUsage::paths_come_from_standard_input()
     const Told nothing = run_fif({"check", "-0"}, {});
     QCOMPARE(nothing.status, 0);
     QCOMPARE(nothing.out, QByteArray());
+}
+
+void TestCompanionUsage::a_standard_input_that_breaks_off_is_told_data()
+{
+    QTest::addColumn<QByteArrayList>("words");
+    QTest::newRow("check") << QByteArrayList{"check"};
+    QTest::newRow("a preview") << QByteArrayList{"convert", "--type", "6"};
+    QTest::newRow("a conversion") << QByteArrayList{"convert", "--type", "6", "--apply", "--no-journal"};
+    QTest::newRow("tags") << QByteArrayList{"tag", "--year", "2001"};
+    QTest::newRow("facts") << QByteArrayList{"info"};
+}
+
+/// What came whole is done. What came last may be the beginning of a path, and so another folder.
+void TestCompanionUsage::a_standard_input_that_breaks_off_is_told()
+{
+    QFETCH(QByteArrayList, words);
+
+    const MusicPlace place;
+    place.write("a.mp3", song("Ann", "Sea"));
+    place.write("sub/b.mp3", song("Bob", "Sky"));
+    place.write("sub 2/c.mp3", song("Cid", "Sun"));
+    const Told whole = run_fif(words + QByteArrayList{place.path("a.mp3")});
+    QCOMPARE(whole.status, 0);
+    if (words.contains("--apply"))
+        QCOMPARE(rename(place.path("Ann-Sea.mp3").constData(), place.path("a.mp3").constData()), 0);
+
+    const BrokenStream stream(place.path("a.mp3") + '\0' + place.path("sub"), EIO);
+    const Told told = run_fif(words + QByteArrayList{"-0"}, stream.stream());
+    QCOMPARE(told.status, 1);
+    QCOMPARE(told.out, whole.out);
+    QVERIFY2(told.err.startsWith("quilmo-fif: standard input: Input/output error\n"), told.err.constData());
+    QVERIFY(place.exists("sub/b.mp3"));
+
+    const BrokenStream again(place.path("none"), EIO);
+    const QList<QJsonObject> objects = run_fif(words + QByteArrayList{"-0", "--json"}, again.stream()).objects();
+    QCOMPARE(objects.size(), 1);
+    QCOMPARE(objects[0]["path"_L1].toString(), u"standard input"_s);
+    QCOMPARE(objects[0]["reason"_L1].toString(), u"unreadable"_s);
 }
 
 void TestCompanionUsage::names_pass_through_data()
