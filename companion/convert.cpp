@@ -1,6 +1,7 @@
 #include "companion/ChangeRun.h"
 #include "companion/companion.h"
 #include "companion/look.h"
+#include "companion/rights.h"
 #include "companion/shown_text.h"
 #include "companion/walk_files.h"
 #include "fif/mod_of_FIF.h"
@@ -68,9 +69,11 @@ public:
     void finish() { changes_.finish(); }
 
 private:
+    /// Whether rights, as a preview asks for them, or another file stand in the way.
+    Reason obstacle(const Decision& decision);
     /// Whether another file stands in the way of the new name. What no change of this run has taken since it was free
     /// is so still, or the rename will refuse.
-    Reason obstacle(const Decision& decision) const;
+    Reason name_obstacle(const Decision& decision) const;
     /// Adds the tag that a file gets by the rule of its conversion.
     void add_tag(const MusicFile& file, Look& look, const FifFields& fields, Change& change) const;
 
@@ -78,6 +81,7 @@ private:
     ChangeRun changes_;
     NamingRule rule_;
     NamesMeanwhile names_;
+    FolderRights rights_;
 };
 
 Decision Conversion::decide(const MusicFile& file) const
@@ -99,15 +103,22 @@ Decision Conversion::decide(const MusicFile& file) const
 void Conversion::take(const Decision& decision, bool is_named)
 {
     const Change& change = decision.change;
-    if (!decision.reason && change.renames()) {
+    if (!decision.reason && change.does_something()) {
         if (const Reason reason = obstacle(decision))
-            return changes_.cannot(change.shown_path(), reason, change.new_name);
-        names_.rename(change, is_named);
+            return changes_.cannot(change.shown_path(), reason, change.renames() ? change.new_name : QByteArray());
+        if (change.renames())
+            names_.rename(change, is_named);
     }
     changes_.take(decision);
 }
 
-Reason Conversion::obstacle(const Decision& decision) const
+Reason Conversion::obstacle(const Decision& decision)
+{
+    const Reason reason = decision.change.renames() ? name_obstacle(decision) : Reason();
+    return reason || order_.apply ? reason : rights_.obstacle(decision.change);
+}
+
+Reason Conversion::name_obstacle(const Decision& decision) const
 {
     const QByteArray new_path = decision.change.new_path();
     if (names_.is_taken(new_path))
@@ -134,6 +145,10 @@ void Conversion::add_tag(const MusicFile& file, Look& look, const FifFields& fie
     QString genre = fields.genre;
     set_fif_fields(tag, fields.artist, fields.title, genre);
     add_block(change, *look.end, tag.block());
+    if (change.block && !order_.apply)
+        change.tagless = no_right_to_write(file.native(), *look.end->status);
+    if (change.tagless)
+        change.block.reset();
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "companion/ChangeRun.h"
 #include "companion/companion.h"
+#include "companion/rights.h"
 #include "companion/walk_files.h"
 #include "mp3/TagRecord.h"
 
@@ -21,7 +22,7 @@ void set_fields(TagRecord& tag, const TagEdit& edit)
         tag.genre = checked<std::uint8_t>(*edit.genre);
 }
 
-Decision decide(const MusicFile& file, const TagEdit& edit)
+Decision decide(const MusicFile& file, const Order& order)
 {
     Decision decision{.change = Change::of(file), .reason = {}};
     const FileEnd end = read_end(file.native());
@@ -31,9 +32,12 @@ Decision decide(const MusicFile& file, const TagEdit& edit)
     TagRecord tag;
     if (TagRecord::is_tag(end.block))
         tag.read(end.block);
-    set_fields(tag, edit);
+    set_fields(tag, order.edit);
     add_block(decision.change, end, tag.block());
-    decision.reason = note_state(decision.change, end);
+    if (decision.change.block && !order.apply)
+        decision.reason = no_right_to_write(file.native(), *end.status);
+    if (!decision.reason)
+        decision.reason = note_state(decision.change, end);
     return decision;
 }
 
@@ -42,8 +46,11 @@ Decision decide(const MusicFile& file, const TagEdit& edit)
 void run_tag(const Order& order, PathSource& paths, Output& output)
 {
     ChangeRun changes(order, output);
+    FolderRights rights;
     const auto tag_file = [&](const MusicFile& file) -> LookAhead::Turn {
-        return [&, decision = decide(file, order.edit)] {
+        return [&, decision = decide(file, order)]() mutable {
+            if (!order.apply && !decision.reason && decision.change.does_something())
+                decision.reason = rights.obstacle(decision.change);
             changes.take(decision);
             output.step("reading");
         };

@@ -91,6 +91,7 @@ private Q_SLOTS:
     void a_standard_input_that_cannot_be_read_is_told();
     void a_stream_that_is_closed_is_no_file_data();
     void a_stream_that_is_closed_is_no_file();
+    void a_disk_for_reading_alone_is_told_by_a_preview();
     void a_reader_that_goes_away_stops_no_change();
     void an_output_that_is_full_is_told();
     void it_loads_no_library_of_windows_or_player();
@@ -180,6 +181,26 @@ void TestCompanionProgram::a_stream_that_is_closed_is_no_file()
     QCOMPARE(place.content(), before);
     run_in_shell(process, change + "--no-journal " + place.root() + ' ' + closed);
     QCOMPARE(place.content(), after);
+}
+
+void TestCompanionProgram::a_disk_for_reading_alone_is_told_by_a_preview()
+{
+    const MusicPlace place;
+    place.write("a.mp3", song("Ann", "Sea"));
+    const QByteArray on_disk = "unshare --map-root-user --mount bash -c 'mount --bind \"$0\" \"$0\" && "
+                               "mount -o remount,bind,ro \"$0\" && \"$@\"' " +
+                               place.root() + ' ';
+    QProcess process;
+    run_in_shell(process, on_disk + "true");
+    if (process.exitCode() != 0)
+        QSKIP("no disk can be made one for reading alone here");
+    for (const QByteArray words : {" tag --year 2001 ", " convert --type 6 "}) {
+        run_in_shell(process, on_disk + program + words + place.root());
+        QCOMPARE(process.exitCode(), 1);
+        QVERIFY(process.readAllStandardOutput().endsWith(": Read-only file system\n"));
+    }
+    run_in_shell(process, on_disk + program + " tag --year 1999 " + place.root());
+    QCOMPARE(process.exitCode(), 0);
 }
 
 void TestCompanionProgram::a_reader_that_goes_away_stops_no_change()
