@@ -7,15 +7,18 @@
 #include "mp3/cIDV3.h"
 #include "mp3/genre_list.h"
 #include "platform/FileSystemObject.h"
-#include "platform/text.h"
+
+#include <QStringBuilder>
+
+#include <utility>
 
 namespace {
 
-void store_in_results(const FifFields& fields)
+void store_in_results(FifFields fields)
 {
-    shared.fif_artist = fields.artist;
-    shared.fif_title = fields.title;
-    shared.fif_genre = fields.genre;
+    shared.fif_artist = std::move(fields.artist);
+    shared.fif_title = std::move(fields.title);
+    shared.fif_genre = std::move(fields.genre);
 }
 
 void show_texts(DetailFields& view, const FifFields& fields)
@@ -31,10 +34,10 @@ void show_size(DetailFields& view)
 }
 
 /// The store step of the parsers; gives their result.
-i16 store(const FifParse& parse, i16 show_mode)
+i16 store(FifParse parse, i16 show_mode)
 {
     if (parse.stores && show_mode == into_results)
-        store_in_results(parse.fields);
+        store_in_results(std::move(parse.fields));
     if (parse.stores && show_mode == into_fields && shared.detail_fields != nullptr) {
         shared.detail_fields->set_txtFilename(shared.selected_mp3_name);
         show_texts(*shared.detail_fields, parse.fields);
@@ -66,19 +69,19 @@ i16 Check_file_for_fif(const QString& file_name)
     if (parse_fif_stem(stem_of(file_name), into_results))
         return 1;
     // Always the current folder, on purpose, also for a file that lies in another one.
-    if (!id3().load_and_has_tag(shared.current_folder + file_name))
+    if (!id3().load_and_has_tag(shared.current_folder % file_name))
         return 0;
-    const std::optional<FifFields> fields = fif_fields_of(id3().tag());
+    std::optional<FifFields> fields = fif_fields_of(id3().tag());
     if (!fields)
         return 0;
-    store_in_results(*fields);
+    store_in_results(*std::move(fields));
     return 2;
 }
 
 FifFields texts_of(const TagRecord& tag)
 {
-    return {.artist = text_box_text(tag.artist.text()),
-            .title = text_box_text(tag.title.text()),
+    return {.artist = tag.artist.shown_text(),
+            .title = tag.title.shown_text(),
             .genre = fif_genre_spelling(genre_name(tag.genre))};
 }
 
@@ -89,9 +92,9 @@ FifFields texts_of_tag()
 
 std::optional<FifFields> fif_fields_of(const TagRecord& tag)
 {
-    const FifFields texts = texts_of(tag);
-    FifFields fields = {
-        .artist = trimmed_and_cleaned(texts.artist), .title = trimmed_and_cleaned(texts.title), .genre = texts.genre};
+    FifFields fields = texts_of(tag);
+    fields.artist = trimmed_and_cleaned(fields.artist);
+    fields.title = trimmed_and_cleaned(fields.title);
     const bool has_both = !fields.artist.isEmpty() && !fields.title.isEmpty();
     return has_both ? std::optional(std::move(fields)) : std::nullopt;
 }

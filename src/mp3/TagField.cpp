@@ -1,17 +1,19 @@
 #include "mp3/TagField.h"
 
 #include "platform/code_page.h"
+#include "platform/text.h"
 
 #include <algorithm>
 
 namespace {
 
-QString without_trailing_blanks(const QString& text)
+QString without_trailing_blanks(QString text)
 {
     qsizetype length = text.size();
-    while (length > 0 && text[length - 1] == u' ')
+    while (length > 0 && QStringView(text)[length - 1] == u' ')
         --length;
-    return text.left(length);
+    text.truncate(length);
+    return text;
 }
 
 } // namespace
@@ -29,7 +31,7 @@ void TagField::reset()
 
 void TagField::read(QByteArrayView bytes)
 {
-    std::ranges::copy(bytes.first(width_), bytes_.begin());
+    std::copy_n(bytes.data(), width_, bytes_.data());
     text_.reset();
 }
 
@@ -41,6 +43,12 @@ void TagField::set(const QString& text)
 QString TagField::text() const
 {
     return without_trailing_blanks(text_ ? *text_ : text_from_code_page(QByteArrayView(bytes_.data(), width_)));
+}
+
+QString TagField::shown_text() const
+{
+    const QByteArrayView bytes(bytes_.data(), width_);
+    return text_ || !bytes.contains('\0') ? text_box_text(text()) : text_before_nul(bytes);
 }
 
 QByteArray TagField::bytes() const

@@ -27,6 +27,8 @@ public:
     void set(const QString& text);
     /// The characters without trailing blanks; NUL characters stay.
     QString text() const;
+    /// What a text box keeps of that text: the characters before the first NUL.
+    QString shown_text() const;
     /// Exactly the field's width of bytes.
     QByteArray bytes() const;
 

@@ -13,7 +13,9 @@ bool TagRecord::is_tag(QByteArrayView block)
 
 void TagRecord::reset()
 {
-    *this = {};
+    for (TagField* field : text_fields())
+        field->reset();
+    genre = other_genre;
 }
 
 void TagRecord::read(QByteArrayView block)

@@ -13,13 +13,15 @@ struct TagRecord
 {
     /// Bytes of a tag, the last ones of a file.
     static constexpr int block_bytes = 128;
+    /// The index of the genre "Other".
+    static constexpr std::uint8_t other_genre = 12;
 
     TagField title{30};
     TagField artist{30};
     TagField album{30};
     TagField year{4};
     TagField comments{30};
-    std::uint8_t genre = 12;
+    std::uint8_t genre = other_genre;
 
     /// Whether the last bytes of a file are a tag: they begin with "TAG", case ignored.
     static bool is_tag(QByteArrayView block);

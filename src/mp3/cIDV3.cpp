@@ -30,6 +30,12 @@ std::optional<TagBlock> last_block(const BinaryFile& file)
     return block;
 }
 
+/// As much of the beginning of `file` as `room` takes.
+std::span<const char> read_start(const BinaryFile& file, std::span<char> room)
+{
+    return room.first(static_cast<std::size_t>(file.read_at(0, room)));
+}
+
 } // namespace
 
 bool cIDV3::load_and_has_tag(const QString& path)
@@ -89,13 +95,15 @@ bool cIDV3::load_file(const BinaryFile& file)
     const bool tagged = block && TagRecord::is_tag(*block);
     if (tagged)
         tag_.read(*block);
-    std::array<char, analysed_bytes> start{};
     // Mostly the first frame stands at the very beginning.
-    constexpr std::size_t beginning = 512;
-    auto read = static_cast<std::size_t>(file.read_at(0, std::span(start).first(beginning)));
-    if (read == beginning && !is_enough_to_analyse(std::span(start).first(read)))
-        read += static_cast<std::size_t>(file.read_at(beginning, std::span(start).subspan(beginning)));
-    analyse_header(std::span(start).first(read), file.length(), header_);
+    std::array<char, 512> beginning{};
+    const std::span<const char> start = read_start(file, beginning);
+    if (start.size() < beginning.size() || is_enough_to_analyse(start)) {
+        analyse_header(start, file.length(), header_);
+    } else {
+        std::array<char, analysed_bytes> whole{};
+        analyse_header(read_start(file, whole), file.length(), header_);
+    }
     return tagged;
 }
 

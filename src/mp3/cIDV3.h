@@ -30,12 +30,12 @@ public:
     i32 Frames() const { return header_.facts.Frames; }
     i32 Hz() const { return header_.facts.Hz; }
     i16 Pad() const { return header_.Pad; }
-    QString Mode() const { return header_.facts.Mode; }
-    QString PrivateBit() const { return header_.facts.PrivateBit; }
-    QString CRCs() const { return header_.facts.CRCs; }
-    QString Copyrighted() const { return header_.facts.Copyrighted; }
-    QString Original() const { return header_.facts.Original; }
-    QString Emphasis() const { return header_.facts.Emphasis; }
+    QString Mode() const { return header_.facts.Mode.toString(); }
+    QString PrivateBit() const { return header_.facts.PrivateBit.toString(); }
+    QString CRCs() const { return header_.facts.CRCs.toString(); }
+    QString Copyrighted() const { return header_.facts.Copyrighted.toString(); }
+    QString Original() const { return header_.facts.Original.toString(); }
+    QString Emphasis() const { return header_.facts.Emphasis.toString(); }
     i16 Channels() const { return header_.facts.Channels; }
 
     /// Resets the object and loads the file's tag and header facts. A file that does not exist leaves FileName empty.

@@ -191,7 +191,9 @@ QString respelled(const QString& genre, QStringView Spelling::*from, QStringView
 
 QString genre_name(int index)
 {
-    return index >= 0 && index < genre_count ? genres[index].toString() : QString();
+    // The names last as long as the program, so that no copy is needed.
+    return index >= 0 && index < genre_count ? QString::fromRawData(genres[index].data(), genres[index].size())
+                                             : QString();
 }
 
 i16 genre_index_of(const QString& name)

@@ -1,9 +1,12 @@
 #include "mp3/mpeg_header.h"
 
+#include <QStringBuilder>
 #include <QStringList>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
+#include <string_view>
 
 using namespace Qt::StringLiterals;
 
@@ -22,37 +25,37 @@ constexpr std::array<BitRates, 3> bit_rates_by_layer{{
     {0, 32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320},
 }};
 
-QString mode_text(i32 index)
+QStringView mode_text(i32 index)
 {
     switch (index) {
     case 0:
-        return u"Stereo"_s;
+        return u"Stereo";
     case 1:
-        return u"Joint Stereo"_s;
+        return u"Joint Stereo";
     case 2:
-        return u"Dual Channel"_s;
+        return u"Dual Channel";
     default:
-        return u"Single Channel"_s;
+        return u"Single Channel";
     }
 }
 
-QString emphasis_text(i32 index)
+QStringView emphasis_text(i32 index)
 {
     switch (index) {
     case 0:
-        return u"None"_s;
+        return u"None";
     case 1:
-        return u"50/15"_s;
+        return u"50/15";
     case 2:
-        return u"Reserved"_s;
+        return u"Reserved";
     default:
-        return u"CCITT J 17"_s;
+        return u"CCITT J 17";
     }
 }
 
-QString yes_or_no(bool yes)
+QStringView yes_or_no(bool yes)
 {
-    return yes ? u"Yes"_s : u"No"_s;
+    return yes ? u"Yes" : u"No";
 }
 
 /// The position, counted from 1, of the first MPEG-1 Layer III header; 0 when none begins in the first 5000 bytes.
@@ -77,7 +80,7 @@ void read_slots(std::string_view start, int position, ByteSlots& bytes)
     }
 }
 
-i32 field(const BitText& bits, std::size_t position, std::size_t length)
+i32 field(const BitText& bits, int position, int length)
 {
     return bin_to_dec(bits.mid(position, length));
 }
@@ -150,12 +153,12 @@ QString HeaderAnalysis::InfoString() const
         u"Length: "_s + number(listed->Seconds) + u" seconds"_s,
         u"MPEG "_s + QString::number(listed->MpegVersion, 'f', 1) + u" layer "_s + number(listed->LayerVersion),
         number(listed->Kbits) + u"kbit, "_s + number(listed->Frames) + u" frames"_s,
-        number(listed->Hz) + u"hz "_s + listed->Mode,
-        u"Private: "_s + listed->PrivateBit,
-        u"CRCs: "_s + listed->CRCs,
-        u"Copyrighted: "_s + listed->Copyrighted,
-        u"Original: "_s + listed->Original,
-        u"Emphasis: "_s + listed->Emphasis,
+        number(listed->Hz) % u"hz " % listed->Mode,
+        u"Private: " % listed->PrivateBit,
+        u"CRCs: " % listed->CRCs,
+        u"Copyrighted: " % listed->Copyrighted,
+        u"Original: " % listed->Original,
+        u"Emphasis: " % listed->Emphasis,
     };
     return lines.join(u"\r\n"_s);
 }
@@ -178,18 +181,22 @@ void analyse_header(std::span<const char> start, qint64 file_length, HeaderAnaly
     read_slots(bytes, position + 44, slots);
     const BitText provisional_frames = byte_to_bit(slots);
     // A number with its top bit set passes 31 bits.
-    if (provisional_frames.text().size() < 32)
-        analysis.facts.Frames = bin_to_dec(provisional_frames.text());
+    if (provisional_frames.size < 32)
+        analysis.facts.Frames = bin_to_dec(provisional_frames);
 
     // Without a frame the header is made up, on purpose, of the file's first three bytes in slots 2 to 4.
     read_slots(bytes, position, slots);
     decode_header(byte_to_bit(slots), analysis);
 }
 
-std::string_view BitText::mid(std::size_t position, std::size_t length) const
+BitText BitText::mid(int position, int length) const
 {
-    const std::string_view all = text();
-    return position > all.size() ? std::string_view() : all.substr(position - 1, length);
+    const int rest = size - position + 1;
+    if (rest <= 0)
+        return {};
+    const int taken = std::min(length, rest);
+    const std::uint64_t values = std::uint64_t{1} << taken;
+    return {.number = static_cast<std::uint32_t>((std::uint64_t{number} >> (rest - taken)) % values), .size = taken};
 }
 
 BitText byte_to_bit(ByteSlots& bytes)
@@ -199,16 +206,10 @@ BitText byte_to_bit(ByteSlots& bytes)
         bits = bits << 8 | bytes[slot];
         bytes[slot] = 0;
     }
-    BitText text;
-    for (int power = static_cast<int>(std::bit_width(bits)) - 1; power >= 0; --power)
-        text.append((bits >> power & 1) != 0 ? '1' : '0');
-    return text;
+    return {.number = bits, .size = static_cast<int>(std::bit_width(bits))};
 }
 
-i32 bin_to_dec(std::string_view text)
+i32 bin_to_dec(const BitText& text)
 {
-    std::int64_t number = 0;
-    for (const char bit : text)
-        number = checked<i32>(number * 2 + (bit == '1' ? 1 : 0));
-    return static_cast<i32>(number);
+    return checked<i32>(text.number);
 }

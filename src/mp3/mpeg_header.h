@@ -3,13 +3,14 @@
 #include "platform/numbers.h"
 
 #include <QString>
+#include <QStringView>
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <span>
-#include <string_view>
 
-/// What the first frame header of a file tells.
+/// What the first frame header of a file tells. The texts are constants.
 struct MpegFacts
 {
     i32 FileBytes = 0;    ///< 0 for a file that 32 bits can't count
@@ -19,12 +20,12 @@ struct MpegFacts
     i16 Kbits = 0;        ///< kilobits per second
     i32 Frames = 0;
     i32 Hz = 0;
-    QString Mode;
-    QString PrivateBit;
-    QString CRCs;
-    QString Copyrighted;
-    QString Original;
-    QString Emphasis;
+    QStringView Mode;
+    QStringView PrivateBit;
+    QStringView CRCs;
+    QStringView Copyrighted;
+    QStringView Original;
+    QStringView Emphasis;
     i16 Channels = 0;
 };
 
@@ -51,25 +52,23 @@ bool is_enough_to_analyse(std::span<const char> start);
 /// with `analysis.facts` cleared. A statement that fails is skipped and its target keeps the value that it had.
 void analyse_header(std::span<const char> start, qint64 file_length, HeaderAnalysis& analysis);
 
-/// Up to 32 bits as a text of "0" and "1".
-class BitText
+/// A text of up to 32 characters "0" and "1", held as the number that it means.
+struct BitText
 {
-public:
-    void append(char bit) { characters_.at(size_++) = bit; }
-    std::string_view text() const { return {characters_.data(), size_}; }
-    /// `length` characters from `position` on, counted from 1; fewer or none where the text ends before.
-    std::string_view mid(std::size_t position, std::size_t length) const;
+    std::uint32_t number = 0;
+    int size = 0; ///< characters, zeros at the front among them
 
-private:
-    std::array<char, 32> characters_{};
-    std::size_t size_ = 0;
+    /// `length` characters from `position` on, counted from 1; fewer or none where the text ends before.
+    BitText mid(int position, int length) const;
+
+    bool operator==(const BitText&) const = default;
 };
 
 /// Four bytes in slots 1 to 4.
 using ByteSlots = std::array<std::uint8_t, 5>;
 
-/// The bits of slots 1 to 4 as text without leading zeros; the slots are left holding zeros.
+/// The bits of slots 1 to 4 without leading zeros; the slots are left holding zeros.
 BitText byte_to_bit(ByteSlots& bytes);
 
-/// The number that a text of "0" and "1" means; raises "Overflow" beyond 31 bits.
-i32 bin_to_dec(std::string_view text);
+/// The number that a text of bits means; raises "Overflow" beyond 31 bits.
+i32 bin_to_dec(const BitText& text);

@@ -113,6 +113,7 @@ std::optional<QString> korean_text(QByteArrayView bytes, bool may_end_cut)
 {
     QString text(bytes.size(), Qt::Uninitialized);
     QChar* end = text.data();
+    const KoreanPage& page = korean_page();
     bool has_pairs = false;
     for (qsizetype i = 0; i < bytes.size(); ++i) {
         const auto lead = static_cast<std::uint8_t>(bytes[i]);
@@ -126,7 +127,7 @@ std::optional<QString> korean_text(QByteArrayView bytes, bool may_end_cut)
                 return std::nullopt;
             break;
         }
-        const char16_t character = korean_page().character(lead, static_cast<std::uint8_t>(bytes[++i]));
+        const char16_t character = page.character(lead, static_cast<std::uint8_t>(bytes[++i]));
         if (character == 0)
             return std::nullopt;
         *end++ = QChar(character);
@@ -136,10 +137,13 @@ std::optional<QString> korean_text(QByteArrayView bytes, bool may_end_cut)
     return text;
 }
 
-QString korean_or_western_text(QByteArrayView bytes, bool may_end_cut)
+/// The text of bytes of which the first NUL, if any, stands at the beginning.
+QString text_of_part(QByteArrayView bytes, bool may_end_cut)
 {
-    const auto korean = korean_text(bytes, may_end_cut);
-    return korean ? *korean : western_text(bytes);
+    if (std::ranges::all_of(bytes, [](char byte) { return static_cast<std::uint8_t>(byte) <= last_ascii; }))
+        return QString::fromLatin1(bytes);
+    std::optional<QString> korean = korean_text(bytes, may_end_cut);
+    return korean ? *std::move(korean) : western_text(bytes);
 }
 
 enum class Page
@@ -188,13 +192,15 @@ int code_page_bytes(QStringView text)
 
 QString text_from_code_page(QByteArrayView bytes)
 {
-    if (std::ranges::all_of(bytes, [](char byte) { return static_cast<std::uint8_t>(byte) <= last_ascii; }))
-        return QString::fromLatin1(bytes);
     const qsizetype nul = bytes.indexOf('\0');
-    if (nul < 0)
-        return korean_or_western_text(bytes, true);
+    return nul < 0 ? text_of_part(bytes, true) : text_before_nul(bytes) + text_of_part(bytes.sliced(nul), true);
+}
+
+QString text_before_nul(QByteArrayView bytes)
+{
+    const qsizetype nul = bytes.indexOf('\0');
     // What another program left behind the first NUL has no say in how the text before it is read.
-    return korean_or_western_text(bytes.first(nul), false) + korean_or_western_text(bytes.sliced(nul), true);
+    return nul < 0 ? text_of_part(bytes, true) : text_of_part(bytes.first(nul), false);
 }
 
 QByteArray text_to_code_page(QStringView text)

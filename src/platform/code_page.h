@@ -15,6 +15,9 @@ int code_page_bytes(QStringView text);
 /// before it), else as Windows-1252, which holds every byte; NULs and what follows them stay in the text.
 QString text_from_code_page(QByteArrayView bytes);
 
+/// What stands before the first NUL of that text.
+QString text_before_nul(QByteArrayView bytes);
+
 /// `text` in code page 949 if that has all of it, else in Windows-1252 if that has all of it, else in 949 with "?"
 /// for the rest.
 QByteArray text_to_code_page(QStringView text);
