@@ -2,13 +2,14 @@
 
 QByteArray help_text()
 {
-    return R"(usage: quilmo-fif check   [--type N] PATH...
-       quilmo-fif convert [--type N] [--fix-artist TEXT] [--fix-genre TEXT] [--tags] [--apply]
-                          PATH...
+    return R"(usage: quilmo-fif check   [--type N] [--json] {PATH... | -0}
+       quilmo-fif convert [--type N] [--fix-artist TEXT] [--fix-genre TEXT] [--tags]
+                          [--apply [--journal FILE | --no-journal]] [--json] {PATH... | -0}
        quilmo-fif tag     [--artist TEXT] [--title TEXT] [--album TEXT] [--year TEXT]
-                          [--comment TEXT] [--genre NAME] [--apply] PATH...
-       quilmo-fif info    PATH...
-       quilmo-fif undo    JOURNAL
+                          [--comment TEXT] [--genre NAME]
+                          [--apply [--journal FILE | --no-journal]] [--json] {PATH... | -0}
+       quilmo-fif info    [--json] {PATH... | -0}
+       quilmo-fif undo    [--json] JOURNAL
 
 Brings the names of MP3 files into the FIF format and their tags in line with the names, as the
 desktop program does. Folders are walked; without --apply nothing is changed.
@@ -37,6 +38,7 @@ Options
   --json             one JSON object a line
   -h, --help         this text
   --version          the version
+Options may stand anywhere before --, and long ones be shortened as far as they are clear.
 
 Exit status: 0 all done, 1 some files could not, 2 wrong usage.)";
 }

@@ -30,10 +30,13 @@ QByteArray text_of(const MusicFile& file, const cIDV3& facts, const QByteArray& 
     return text + "  " + (is_tag(block) ? "Tag: " + tag_fields_text(block) : "No tag"_ba) + '\n';
 }
 
-QJsonObject object_of(const MusicFile& file, const cIDV3& facts, const QByteArray& block)
+/// What the frame says; nothing where there is none.
+QJsonObject frame_object(const cIDV3& facts)
 {
-    QJsonObject object{
-        {u"file_bytes"_s, facts.FileBytes()},
+    const QString info = facts.InfoString();
+    if (info.isEmpty())
+        return {};
+    return {
         {u"seconds"_s, facts.Seconds()},
         {u"mpeg_version"_s, facts.MpegVersion()},
         {u"layer"_s, facts.LayerVersion()},
@@ -48,8 +51,14 @@ QJsonObject object_of(const MusicFile& file, const cIDV3& facts, const QByteArra
         {u"copyrighted"_s, facts.Copyrighted()},
         {u"original"_s, facts.Original()},
         {u"emphasis"_s, facts.Emphasis()},
-        {u"info"_s, facts.InfoString()},
+        {u"info"_s, info},
     };
+}
+
+QJsonObject object_of(const MusicFile& file, const cIDV3& facts, const QByteArray& block)
+{
+    QJsonObject object = frame_object(facts);
+    object.insert(u"file_bytes"_s, facts.FileBytes());
     put_bytes(object, u"path"_s, file.shown_path());
     if (is_tag(block))
         object.insert(u"tag"_s, tag_object(block));

@@ -46,17 +46,65 @@ QSet<QString> options_of_fish()
     return options;
 }
 
+/// The manual without what changes the type.
+QString plain_manual()
+{
+    QString text = text_of(u"man/quilmo-fif.1"_s);
+    return text.replace(u"\\-"_s, u"-"_s).remove(QRegularExpression(uR"(\\f[A-Z])"_s));
+}
+
 QSet<QString> options_of_man_page()
 {
-    QString text = text_of(u"man/quilmo-fif.1"_s).section(u".SH EXAMPLES"_s, 0, 0);
-    text.replace(u"\\-"_s, u"-"_s).remove(QRegularExpression(uR"(\\f[A-Z])"_s));
-    return options_in(text);
+    return options_in(plain_manual().section(u".SH EXAMPLES"_s, 0, 0));
 }
 
 /// The options that the help tells.
 QSet<QString> told_options()
 {
     return options_in(QString::fromUtf8(help_text()));
+}
+
+/// What the help says of how a command is called.
+QString usage_in_help(const QString& command)
+{
+    const QString usage = QString::fromUtf8(help_text()).section(u"\n\n"_s, 0, 0);
+    return usage.section(u"quilmo-fif "_s + command, 1).section(u"quilmo-fif"_s, 0, 0);
+}
+
+/// What the manual says of it.
+QString usage_in_manual(const QString& command)
+{
+    const QString usage = plain_manual().section(u".SH SYNOPSIS"_s, 1).section(u".SH"_s, 0, 0);
+    return usage.section(u"quilmo-fif "_s + command, 1).section(u".br"_s, 0, 0);
+}
+
+/// The entry of a command in a part of the manual.
+QString entry_in(const QString& part, const QString& command)
+{
+    for (const QString& entry : part.section(u"\n.PP"_s, 0, -2).split(u"\n.TP\n"_s)) {
+        if (entry.section(u'\n', 0, 0).split(u' ').contains(command))
+            return entry;
+    }
+    return {};
+}
+
+/// The words of a part of the manual that stand out as names of fields do.
+QSet<QString> fields_in(const QString& part)
+{
+    static const QRegularExpression field(uR"(\n\.IR? ([a-z0-9_]+))"_s);
+    QSet<QString> fields;
+    for (auto match = field.globalMatch(u'\n' + part); match.hasNext();)
+        fields.insert(match.next().captured(1));
+    return fields;
+}
+
+/// The fields of an object, and of the tags before and after in it.
+QSet<QString> fields_of(const QJsonObject& object)
+{
+    QStringList fields = object.keys();
+    for (const QString& tag : {u"tag_before"_s, u"tag_after"_s})
+        fields += object[tag].toObject().keys();
+    return {fields.begin(), fields.end()};
 }
 
 /// Whether the program knows an option of a command, whatever it says of its value.
@@ -96,6 +144,8 @@ private Q_SLOTS:
     void a_command_is_offered_what_it_takes();
     void bash_offers_commands_and_values();
     void the_manual_tells_every_reason();
+    void the_manual_tells_every_field_data();
+    void the_manual_tells_every_field();
 };
 
 void TestCompanionWords::help_manual_and_completions_tell_the_same_options()
@@ -134,6 +184,11 @@ void TestCompanionWords::a_command_is_offered_what_it_takes()
             taken.insert(option);
     }
     QCOMPARE(QSet<QString>(offers.begin(), offers.end()), taken);
+    // Of two spellings the usage tells one, and what every command takes it leaves to the list of options.
+    for (const QString& option : {u"--from-stdin"_s, u"--help"_s, u"-h"_s, u"--version"_s})
+        taken.remove(option);
+    QCOMPARE(options_in(usage_in_help(QString::fromUtf8(command))), taken);
+    QCOMPARE(options_in(usage_in_manual(QString::fromUtf8(command))), taken);
     QVERIFY(text_of(u"completions/_quilmo-fif"_s).contains(QString::fromUtf8('\n' + command + ")\n")));
     QVERIFY(text_of(u"completions/quilmo-fif.fish"_s).contains(QString::fromUtf8("-a " + command + ' ')));
 }
@@ -156,6 +211,42 @@ void TestCompanionWords::the_manual_tells_every_reason()
         const QByteArray word = Reason{.code = static_cast<Reason::Code>(code)}.word();
         QVERIFY2(manual.contains(QString::fromUtf8(word)), word.constData());
     }
+}
+
+void TestCompanionWords::the_manual_tells_every_field_data()
+{
+    QTest::addColumn<QByteArrayList>("words");
+    QTest::newRow("check") << QByteArrayList{"check"};
+    QTest::newRow("convert") << QByteArrayList{"convert", "--type", "2", "--tags", "--apply"};
+    QTest::newRow("tag") << QByteArrayList{"tag", "--artist", "New"};
+    QTest::newRow("info") << QByteArrayList{"info"};
+    QTest::newRow("undo") << QByteArrayList{"undo"};
+}
+
+void TestCompanionWords::the_manual_tells_every_field()
+{
+    QFETCH(QByteArrayList, words);
+
+    const MusicPlace place;
+    for (const char* const name : {"a.mp3", "b.mp3", "[Bob][Sky].mp3", "x\xff.mp3"})
+        place.write(name, song("Ann", "Sea"));
+    place.write("none.mp3", sample_audio());
+    if (words.first() == "undo") {
+        QCOMPARE(run_fif(applied({"tag", "--artist", "New"}, place)).status, 0);
+        words.append(place.journal());
+    } else {
+        words += {place.root(), place.path("missing")};
+        if (words.contains("--apply"))
+            words += {"--journal", place.journal()};
+    }
+    QSet<QString> fields;
+    for (const QJsonObject& object : run_fif(words + QByteArrayList{"--json"}).objects())
+        fields.unite(fields_of(object));
+    QVERIFY(fields.contains(u"path"_s));
+    const QString output = plain_manual().section(u".SH OUTPUT"_s, 1).section(u".SH"_s, 0, 0);
+    const QSet<QString> told =
+        fields_in(entry_in(output, QString::fromUtf8(words.first()))) + fields_in(output.section(u"\n.PP"_s, -1));
+    QCOMPARE(fields - told, QSet<QString>());
 }
 
 QUILMO_LOGIC_TEST(TestCompanionWords)
