@@ -1,81 +1,143 @@
 #include "companion/Change.h"
 
+#include "companion/write_end.h"
 #include "fif/mod_of_FIF.h"
 #include "mp3/TagRecord.h"
-#include "platform/BinaryFile.h"
-#include "platform/FileSystemObject.h"
 #include "platform/file_operation/disk_entry.h"
 #include "platform/paths.h"
 #include "platform/rename_file.h"
 #include "platform/uninterrupted.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
-#include <array>
 #include <cerrno>
+#include <ctime>
 
 namespace {
 
 constexpr int block_bytes = TagRecord::block_bytes;
-
-constexpr qint64 second = 1'000'000'000; ///< in nanoseconds
-
-qint64 time_of(const struct stat& status)
-{
-    return status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec;
-}
-
-/// Gives a file the time of its last change from before, by which the undo of an earlier run knows it. One that may not
-/// be given times keeps the present one.
-void put_time_back(const QByteArray& native, qint64 changed)
-{
-    const auto nanoseconds = (changed % second + second) % second;
-    const std::array<timespec, 2> times{timespec{.tv_sec = 0, .tv_nsec = UTIME_OMIT},
-                                        timespec{.tv_sec = (changed - nanoseconds) / second, .tv_nsec = nanoseconds}};
-    utimensat(AT_FDCWD, native.constData(), times.data(), 0);
-}
 
 Reason failure(const QByteArray& text)
 {
     return {.code = Reason::not_done, .detail = text};
 }
 
-/// The last 128 bytes of an open file; empty when they can't be read.
-QByteArray last_block(const BinaryFile& file)
+/// The time that a file is given when its bytes are written: by the clock, but a whole even number of seconds, which
+/// every file system keeps and no change by another program is likely to leave.
+qint64 time_to_give()
 {
-    QByteArray block(block_bytes, '\0');
-    const std::span bytes(block.data(), static_cast<std::size_t>(block.size()));
-    return file.read_at(file.length() - block_bytes, bytes) == block_bytes ? block : QByteArray();
+    constexpr qint64 two_seconds = 2'000'000'000;
+    timespec now = {};
+    clock_gettime(CLOCK_REALTIME, &now);
+    return (now.tv_sec / 2 + 1) * two_seconds;
 }
 
-bool write_block(const BinaryFile& file, const QByteArray& block)
+/// The state of a file that gets bytes, by which an undo knows it. Times are its owner's to give.
+Change::Mark mark_of(const struct stat& status)
 {
-    return file.write_at(file.length() - block_bytes,
-                         std::span(block.constData(), static_cast<std::size_t>(block.size())));
+    static const uid_t user = geteuid();
+    Change::Mark mark{.device = status.st_dev, .number = status.st_ino};
+    if (user == 0 || user == status.st_uid)
+        mark.changed_after = time_to_give();
+    return mark;
 }
 
-/// Whether each byte of `block` is one of those before or after: a write that was cut off leaves a part of both.
-bool is_between(const QByteArray& block, const Change::Block& change)
+bool is_same_file(const struct stat& status, const Change::Mark& mark)
 {
-    if (block.size() != block_bytes)
+    return status.st_dev == mark.device && status.st_ino == mark.number;
+}
+
+/// Whether a noted file is still as it was when its end was read.
+bool is_unchanged(const FileEnd& end, const Change& change)
+{
+    const Change::Block& block = *change.block;
+    if (end.block != block.before)
         return false;
-    for (qsizetype place = 0; place < block_bytes; ++place) {
-        if (block[place] != change.before[place] && block[place] != change.after[place])
-            return false;
+    return !block.mark || (end.status->st_size == change.size && time_of(*end.status) == change.changed);
+}
+
+/// Writes the bytes of a change and gives the file its time; when that fails, all is put back as it was.
+Made write_block(const OpenEnd& open, const Change& change)
+{
+    const Change::Block& block = *change.block;
+    const bool gives_time = block.mark && block.mark->changed_after;
+    int error = write_end(open, block.after);
+    if (error == 0 && gives_time)
+        error = set_time(open.file, *block.mark->changed_after);
+    if (error == 0)
+        return {};
+    const bool is_back =
+        write_end(open, block.before) == 0 && (!gives_time || set_time(open.file, change.changed) == 0);
+    return {.reason = failure("its tag cannot be written: " + error_text(error)), .is_in_doubt = !is_back};
+}
+
+Made make_block(const Change& change)
+{
+    const Change::Block& block = *change.block;
+    if (block.mode)
+        Clear_read_only(program_path(change.new_path()));
+    const OpenEnd open = open_end(change.new_path());
+    if (open.end.reason.code == Reason::unreadable)
+        return {.reason = failure("its tag cannot be written: " + open.end.reason.detail)};
+    if (open.end.block == block.after) // by another name of the same file
+        return {};
+    if (!is_unchanged(open.end, change))
+        return {.reason = failure("its tag is left alone: it has changed meanwhile")};
+    return write_block(open, change);
+}
+
+/// Whether a write of `after` over `before` leaves this block when it is cut off. It ends where a sector ends.
+bool is_cut(const QByteArray& block, const QByteArray& before, const QByteArray& after, qint64 file_size)
+{
+    constexpr qint64 sector = 512;
+    const qsizetype cut = sector - (file_size - block_bytes) % sector;
+    return cut < block_bytes && block == after.first(cut) + before.sliced(cut);
+}
+
+/// Whether these are the bytes before or after, or what a write that was cut off made of them.
+bool is_its_block(const QByteArray& block, const Change& change)
+{
+    const QByteArray& before = change.block->before;
+    const QByteArray& after = change.block->after;
+    return block == before || block == after || is_cut(block, before, after, change.size) ||
+           is_cut(block, after, before, change.size);
+}
+
+/// What an undo finds at a path.
+struct Sight
+{
+    FileEnd end{};        ///< the status alone when the change is of the name alone
+    bool is_it = false;   ///< the file of the change, before, after or amid it
+    bool is_sure = false; ///< by its time nobody else has changed it
+};
+
+/// Whether a file with the bytes of the change and a time that the change did not give is its own all the same.
+bool is_it_in_spite_of_time(const FileEnd& end, const Change& change, bool amid)
+{
+    const Change::Mark& mark = *change.block->mark;
+    const bool is_written_without_time = !mark.changed_after && end.block != change.block->before;
+    return (amid || is_written_without_time) && is_same_file(*end.status, mark);
+}
+
+Sight sight_of(const QByteArray& native, const Change& change, bool amid)
+{
+    Sight sight;
+    if (change.block)
+        sight.end = read_end(native);
+    else if (sight.end.status = status_through_links(native); !sight.end.status)
+        sight.end.reason = {.code = Reason::unreadable, .detail = error_text(errno)};
+    const std::optional<struct stat>& status = sight.end.status;
+    if (sight.end.reason || !S_ISREG(status->st_mode) || status->st_size != change.size)
+        return sight;
+    const qint64 time = time_of(*status);
+    if (!change.block) {
+        sight.is_it = sight.is_sure = time == change.changed;
+    } else if (is_its_block(sight.end.block, change)) {
+        sight.is_sure = time == change.changed || time == change.block->mark->changed_after;
+        sight.is_it = sight.is_sure || is_it_in_spite_of_time(sight.end, change, amid);
     }
-    return true;
-}
-
-/// Whether the file at a path is the one of the change, before, after or amid it.
-bool is_its_file(const QByteArray& native, const Change& change)
-{
-    const std::optional<struct stat> status = status_through_links(native);
-    if (!status || !S_ISREG(status->st_mode) || status->st_size != change.size)
-        return false;
-    if (!change.block)
-        return time_of(*status) == change.changed;
-    return is_between(last_block(BinaryFile(program_path(native), BinaryFile::Access::read)), *change.block);
+    return sight;
 }
 
 bool stands(const QByteArray& native)
@@ -83,26 +145,63 @@ bool stands(const QByteArray& native)
     return status_of(native).has_value() || errno != ENOENT;
 }
 
-/// Gives the file at a path its bytes, time and rights from before. Gives whether there was something to do.
-TakenBack take_block_back(const QByteArray& native, const Change& change)
+/// Why a change is not taken back when neither of the two is its file.
+TakenBack refusal(const Change& change, const Sight& at_old, const Sight& at_new)
+{
+    const bool is_at_new = stands(change.new_path());
+    if (!is_at_new && !stands(change.old_path()))
+        return {.reason = {.code = Reason::gone}};
+    const FileEnd& end = (is_at_new ? at_new : at_old).end;
+    if (!end.status || (end.reason.code == Reason::unreadable && S_ISREG(end.status->st_mode)))
+        return {.reason = end.reason};
+    return {.reason = {.code = Reason::changed}, .may_yet = end.status->st_nlink > 1};
+}
+
+/// Gives the file at its old name its bytes from before, and its time when nobody else has changed it: an undo of an
+/// earlier run knows it by that.
+Reason put_block_back(const Change& change, const Sight& sight)
+{
+    const OpenEnd open = open_end(change.old_path());
+    if (open.end.reason.code == Reason::unreadable)
+        return failure("its tag cannot be written: " + open.end.reason.detail);
+    if (!is_same_state(*open.end.status, *sight.end.status) || open.end.block != sight.end.block)
+        return failure("its tag is left alone: it has changed meanwhile");
+    const QByteArray& before = change.block->before;
+    if (const int error = sight.end.block == before ? 0 : write_end(open, before); error != 0) {
+        if (write_end(open, sight.end.block) == 0)
+            set_time(open.file, time_of(*sight.end.status));
+        return failure("its tag cannot be written: " + error_text(error));
+    }
+    if (sight.is_sure)
+        set_time(open.file, change.changed);
+    return {};
+}
+
+/// Gives the file at its old name its bytes and rights from before. Gives whether there was something to do.
+TakenBack take_block_back(const Change& change, const Sight& sight)
 {
     const Change::Block& block = *change.block;
-    const QString path = program_path(native);
+    const struct stat& status = *sight.end.status;
     TakenBack result;
-    if (last_block(BinaryFile(path, BinaryFile::Access::read)) != block.before) {
-        const BinaryFile file(path, BinaryFile::Access::write);
-        if (!file.is_open() || !write_block(file, block.before))
-            return {.reason = failure("its tag cannot be written: " + error_text(file.is_open() ? EIO : EACCES))};
-        put_time_back(native, change.changed);
+    if (sight.end.block != block.before || (sight.is_sure && time_of(status) != change.changed)) {
+        result.reason = put_block_back(change, sight);
         result.had_to = true;
     }
-    const std::optional<struct stat> status = status_through_links(native);
-    if (block.mode && status && (status->st_mode & ALLPERMS) == (*block.mode | S_IWUSR)) {
-        if (uninterrupted([&] { return chmod(native.constData(), *block.mode); }) != 0)
-            return {.had_to = true, .reason = failure("cannot be made read-only again: " + error_text(errno))};
+    if (!result.reason && block.mode && (status.st_mode & ALLPERMS) == (*block.mode | S_IWUSR)) {
+        if (uninterrupted([&] { return chmod(change.old_path().constData(), *block.mode); }) != 0)
+            result.reason = failure("cannot be made read-only again: " + error_text(errno));
         result.had_to = true;
     }
     return result;
+}
+
+Reason rename_back(const Change& change)
+{
+    const int error =
+        stands(change.old_path()) ? EEXIST : rename_without_replacing(change.new_path(), change.old_path());
+    if (error == EEXIST)
+        return {.code = Reason::taken};
+    return error == 0 ? Reason() : failure("cannot be renamed: " + error_text(error));
 }
 
 } // namespace
@@ -115,6 +214,8 @@ Reason note_state(Change& change, const std::optional<FileEnd>& end)
         return {.code = Reason::unreadable, .detail = error_text(errno)};
     change.size = status->st_size;
     change.changed = time_of(*status);
+    if (change.block)
+        change.block->mark = mark_of(*status);
     return {};
 }
 
@@ -122,57 +223,40 @@ void add_block(Change& change, const FileEnd& end, const QByteArray& after)
 {
     if (end.block == after)
         return;
-    change.block = {.before = end.block, .after = after, .mode = std::nullopt};
+    change.block = {.before = end.block, .after = after};
     if ((end.status->st_mode & S_IWUSR) == 0)
         change.block->mode = end.status->st_mode & ALLPERMS;
 }
 
-Reason perform(const Change& change)
+Made perform(const Change& change)
 {
     if (change.renames()) {
         const int error = rename_without_replacing(change.old_path(), change.new_path());
         if (error == EEXIST)
-            return {.code = Reason::exists};
+            return {.reason = {.code = Reason::exists}};
         if (error != 0)
-            return failure("cannot be renamed: " + error_text(error));
+            return {.reason = failure("cannot be renamed: " + error_text(error))};
     }
-    if (!change.block)
-        return {};
-    const QByteArray done = change.renames() ? "renamed, but " : "";
-    const QString path = program_path(change.new_path());
-    if (change.block->mode)
-        Clear_read_only(path);
-    const BinaryFile file(path, BinaryFile::Access::write);
-    if (!file.is_open())
-        return failure(done + "its tag cannot be written: no right to write it");
-    const QByteArray block = last_block(file);
-    if (block == change.block->after) // by another name of the same file
-        return {};
-    if (block != change.block->before)
-        return failure(done + "its tag is left alone: it has changed meanwhile");
-    if (!write_block(file, change.block->after))
-        return failure(done + "its tag cannot be written: " + error_text(EIO));
-    return {};
+    Made made = change.block ? make_block(change) : Made();
+    if (made.reason && change.renames())
+        made.reason.detail.prepend("renamed, but ");
+    return made;
 }
 
-TakenBack take_back(const Change& change)
+TakenBack take_back(const Change& change, bool amid)
 {
-    const bool stays = is_its_file(change.old_path(), change);
-    if (!stays && (!change.renames() || !is_its_file(change.new_path(), change))) {
-        const bool is_there = stands(change.new_path()) || stands(change.old_path());
-        return {.reason = {.code = is_there ? Reason::changed : Reason::gone}};
+    const Sight at_old = sight_of(change.old_path(), change, amid);
+    const bool stays = at_old.is_it;
+    const Sight at_new = stays || !change.renames() ? at_old : sight_of(change.new_path(), change, amid);
+    if (!at_new.is_it)
+        return refusal(change, at_old, at_new);
+    if (!stays) {
+        if (const Reason reason = rename_back(change))
+            return {.reason = reason};
     }
-    if (!stays && stands(change.old_path()))
-        return {.reason = {.code = Reason::taken}};
-    TakenBack result;
-    if (change.block)
-        result = take_block_back(stays ? change.old_path() : change.new_path(), change);
-    if (stays || result.reason)
-        return result;
-    const int error = rename_without_replacing(change.new_path(), change.old_path());
-    if (error == EEXIST)
-        return {.had_to = true, .reason = {.code = Reason::taken}};
-    if (error != 0)
-        return {.had_to = true, .reason = failure("cannot be renamed: " + error_text(error))};
-    return {.had_to = true, .reason = {}};
+    TakenBack result = change.block ? take_block_back(change, at_new) : TakenBack();
+    if (result.reason && !stays)
+        result.reason.detail.prepend("its name is back, but ");
+    result.had_to = result.had_to || !stays;
+    return result;
 }

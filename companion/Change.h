@@ -14,12 +14,22 @@
 /// What a run does to one file: a new name in its folder, new bytes for its last 128, or both.
 struct Change
 {
+    /// By what an undo knows a file whose last bytes were written, beside these.
+    struct Mark
+    {
+        dev_t device = 0;
+        ino_t number = 0;
+        std::optional<qint64> changed_after{}; ///< the time of its last change that it is given; nothing when the user
+                                               ///< may not give it one
+    };
+
     /// The last 128 bytes of a file.
     struct Block
     {
         QByteArray before;
         QByteArray after;
-        std::optional<mode_t> mode; ///< rights before; there when the file is made writable first
+        std::optional<mode_t> mode{}; ///< rights before; there when the file is made writable first
+        std::optional<Mark> mark{};   ///< there when the change is noted
     };
 
     QByteArray folder;       ///< absolute, with trailing slash
@@ -56,25 +66,33 @@ struct Decision
     bool saw_target_free = false; ///< nothing stood at its new path when it was looked at
 };
 
-/// Notes the size and time of the file, as they were when its end was read, or else as they are now; a reason when they
-/// can't be asked.
+/// Notes by what an undo will know the file: its size and times, as they were when its end was read or else as they are
+/// now. A reason when they can't be asked.
 Reason note_state(Change& change, const std::optional<FileEnd>& end);
 
 /// Adds the writing of `after` over the end of the file, which was read, when it is not these bytes yet.
 void add_block(Change& change, const FileEnd& end, const QByteArray& after);
 
-/// Does it: first the name, never replacing a file, and then the bytes, when they are still those noted. A reason when
-/// it was not done whole.
-Reason perform(const Change& change);
+/// How a change was made.
+struct Made
+{
+    Reason reason;            ///< why it was not done whole
+    bool is_in_doubt = false; ///< the file may be neither as it was nor as it was to be
+};
+
+/// Does it: first the name, never replacing a file, and then the bytes, when they are still those noted.
+Made perform(const Change& change);
 
 /// How a change was taken back.
 struct TakenBack
 {
-    bool had_to = false; ///< there was something to take back
-    Reason reason;       ///< why nothing was done
+    bool had_to = false;  ///< there was something to take back
+    Reason reason;        ///< why nothing was done, or not all
+    bool may_yet = false; ///< refused, but the file has another name, for which it may have been changed
 };
 
-/// Takes a change back, whether it was done whole, in part or not at all: first the bytes with the time of the file's
-/// last change, then the name, never replacing a file. Refuses with nothing done what is not as the change found or
-/// left it.
-TakenBack take_back(const Change& change);
+/// Takes a change back, whether it was done whole, in part or not at all: first the name, never replacing a file, then
+/// the bytes with the time of the file's last change. Refuses with nothing done what is not as the change found or left
+/// it, and where the old name is taken; when the disk fails in between, the reason tells what is back. A run may have
+/// been killed `amid` one change, before it could give the file its time.
+TakenBack take_back(const Change& change, bool amid);

@@ -102,7 +102,7 @@ void ChangeRun::cannot(const QByteArray& shown_path, const Reason& reason, const
 void ChangeRun::note(const Change& change)
 {
     if (!journal_)
-        journal_ = std::make_unique<JournalWriter>(order_.journal ? *order_.journal : default_journal());
+        journal_ = std::make_unique<JournalWriter>(order_.journal);
     journal_->add(change);
     if (change.tagless)
         tagless_.insert(noted_, change.tagless);
@@ -111,7 +111,9 @@ void ChangeRun::note(const Change& change)
 
 void ChangeRun::make(const Change& change)
 {
-    tell(change, perform(change), true);
+    const Made made = perform(change);
+    is_in_doubt_ = is_in_doubt_ || made.is_in_doubt;
+    tell(change, made.reason, true);
 }
 
 void ChangeRun::tell(const Change& change, const Reason& reason, bool is_done)
@@ -154,6 +156,8 @@ void ChangeRun::make_noted()
         make(change);
         output_.step("changing");
     });
+    if (!is_in_doubt_)
+        journal_->mark_made();
 }
 
 void ChangeRun::tell_sum()

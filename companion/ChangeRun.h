@@ -22,6 +22,8 @@ public:
     /// How far ahead of the changes files may be looked at: a tag that is written at once must not be seen before by a
     /// look at another name of the same file, and after by the next.
     LookAhead::Reach reach() const;
+    /// Whether a file is the run's own journal, which lies among the music and is called like it.
+    bool is_journal(const Change& change) const { return journal_ && journal_->is_at(change.old_path()); }
     /// A file that gets what is decided.
     void take(const Decision& decision);
     /// A file that can't get what it should; `new_name` the name that it can't have, empty for none.
@@ -43,6 +45,7 @@ private:
     std::unique_ptr<JournalWriter> journal_;
     qint64 noted_ = 0;              ///< changes in the journal
     QHash<qint64, Reason> tagless_; ///< by their numbers there: the few that get no tag
+    bool is_in_doubt_ = false;      ///< some file of the journal may be neither as it was nor as it was to be
     qint64 changed_ = 0;
     qint64 kept_ = 0;
     qint64 failed_ = 0;

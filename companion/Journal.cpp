@@ -20,6 +20,11 @@ JournalError error_of(const QByteArray& path, const QByteArray& what)
     return {.path = path, .text = what + ": " + error_text(errno)};
 }
 
+JournalError damaged(const QByteArray& path)
+{
+    return {.path = path, .text = "damaged: it is not as the run wrote it"};
+}
+
 void sync_folder_of(const QByteArray& path)
 {
     const qsizetype name_at = path.lastIndexOf('/') + 1;
@@ -30,19 +35,41 @@ void sync_folder_of(const QByteArray& path)
 
 } // namespace
 
-JournalWriter::JournalWriter(QByteArray path) : path_(std::move(path))
+JournalWriter::JournalWriter(const std::optional<QByteArray>& path) : path_(path ? *path : default_journal())
+{
+    const QByteArray wanted = path_;
+    bool is_made = make_file();
+    for (int number = 2; !is_made && errno == EEXIST && !path; ++number) {
+        path_ = wanted + '-' + QByteArray::number(number);
+        is_made = make_file();
+    }
+    if (!is_made)
+        throw error_of(path_, "the journal cannot be made");
+    append(journal_head());
+}
+
+/// Gives whether it was made, else with errno set.
+bool JournalWriter::make_file()
 {
     constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
     file_ = Descriptor(uninterrupted([&] { return open(path_.constData(), flags, S_IRUSR | S_IWUSR); }));
-    if (!file_.is_open())
-        throw error_of(path_, "the journal cannot be made");
-    append(journal_head());
+    return file_.is_open();
 }
 
 JournalWriter::~JournalWriter()
 {
     if (!is_finished_)
         unlink(path_.constData());
+}
+
+bool JournalWriter::is_at(const QByteArray& native) const
+{
+    const auto name_of = [](const QByteArray& path) { return path.sliced(path.lastIndexOf('/') + 1); };
+    if (name_of(native) != name_of(path_)) // spares the look at almost all files
+        return false;
+    const std::optional<struct stat> there = status_through_links(native);
+    const std::optional<struct stat> own = status_of(file_);
+    return there && own && is_same_file(*there, *own);
 }
 
 void JournalWriter::add(const Change& change)
@@ -61,6 +88,12 @@ void JournalWriter::finish()
         throw error_of(path_, "the journal cannot be synced");
     sync_folder_of(path_);
     is_finished_ = true;
+}
+
+void JournalWriter::mark_made()
+{
+    const QByteArray line = journal_made();
+    uninterrupted([&] { return write(file_.number(), line.constData(), static_cast<std::size_t>(line.size())); });
 }
 
 void JournalWriter::append(const QByteArray& line)
@@ -85,7 +118,10 @@ void JournalWriter::flush()
 
 JournalReader::JournalReader(const QByteArray& path) : path_(path)
 {
-    file_ = Descriptor(uninterrupted([&] { return open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK); }));
+    constexpr int flags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+    file_ = Descriptor(uninterrupted([&] { return open(path.constData(), O_RDWR | flags); }));
+    if (!file_.is_open())
+        file_ = Descriptor(uninterrupted([&] { return open(path.constData(), O_RDONLY | flags); }));
     const std::optional<struct stat> status = file_.is_open() ? status_of(file_) : std::nullopt;
     if (!status)
         throw error_of(path, "the journal cannot be read");
@@ -100,22 +136,37 @@ JournalReader::JournalReader(const QByteArray& path) : path_(path)
 void JournalReader::check(qint64 size)
 {
     begin_ = journal_head().size();
-    if (read(0, std::min(begin_, size)) != journal_head())
-        throw JournalError{.path = path_, .text = "no journal of quilmo-fif"};
+    if (const QByteArray head = read(0, std::min(begin_, size)); head != journal_head())
+        throw JournalError{.path = path_,
+                           .text = head.startsWith(journal_family())
+                                       ? "the journal of another version of quilmo-fif, which alone can undo it"
+                                       : "no journal of quilmo-fif"};
     const qint64 tail_at = std::max(begin_ - 1, size - journal_end_bytes);
-    const QByteArray tail = read(tail_at, size - tail_at);
-    const qsizetype line_at = tail.chopped(1).lastIndexOf('\n') + 1;
-    const std::optional<JournalEnd> end = parse_journal_end(tail.sliced(line_at));
-    if (!end)
+    QByteArray tail = read(tail_at, size - tail_at);
+    const auto last_line_at = [&] { return tail.chopped(1).lastIndexOf('\n') + 1; };
+    if (const QByteArray last = tail.sliced(last_line_at()); journal_made().startsWith(last)) {
+        tail.chop(last.size());
+        if (last == journal_made())
+            made_at_ = size - last.size();
+    }
+    const std::optional<JournalEnd> end = parse_journal_end(tail.sliced(last_line_at()));
+    end_ = tail_at + (end ? last_line_at() : tail.size());
+    if (!end) {
+        each_forwards([](const Change&) {});
         throw JournalError{.path = path_, .text = "not whole: the run that wrote it changed no file"};
-    end_ = tail_at + line_at;
-
+    }
     QCryptographicHash hash(QCryptographicHash::Sha1);
     for (qint64 place = 0; place < end_; place += chunk)
         hash.addData(read(place, std::min(chunk, end_ - place)));
     if (hash.result() != end->hash)
-        throw JournalError{.path = path_, .text = "damaged"};
+        throw damaged(path_);
     changes_ = end->changes;
+}
+
+void JournalReader::unmark_made() const
+{
+    if (made_at_)
+        uninterrupted([&] { return ftruncate(file_.number(), *made_at_); });
 }
 
 QByteArray JournalReader::read(qint64 offset, qint64 length) const
@@ -130,7 +181,7 @@ void JournalReader::visit(const QByteArray& line, const Visitor& visitor) const
 {
     const std::optional<Change> change = parse_journal_line(line);
     if (!change)
-        throw JournalError{.path = path_, .text = "damaged"};
+        throw damaged(path_);
     visitor(*change);
 }
 

@@ -25,20 +25,27 @@ struct JournalError
 class JournalWriter
 {
 public:
-    /// Makes the file, which nobody but the user can read; never replaces one. Raises JournalError.
-    explicit JournalWriter(QByteArray path);
+    /// Makes the file, which nobody but the user can read; never replaces one. Where no path is told it goes into the
+    /// program's folder in the user's state folder, under a name after the time that is free. Raises JournalError.
+    explicit JournalWriter(const std::optional<QByteArray>& path);
     /// Removes a journal that was not finished: nothing was changed under it.
     ~JournalWriter();
     JournalWriter(const JournalWriter&) = delete;
     JournalWriter& operator=(const JournalWriter&) = delete;
 
     const QByteArray& path() const { return path_; }
+    /// Whether it is what stands at a path.
+    bool is_at(const QByteArray& native) const;
     /// Raises JournalError.
     void add(const Change& change);
-    /// Writes the last line and brings all to the disk, the folder's entry too. Raises JournalError.
+    /// Writes the line behind the changes and brings all to the disk, the folder's entry too. Raises JournalError.
     void finish();
+    /// Adds to a finished journal that the run went through all changes and left no file in doubt. Where that fails, an
+    /// undo takes the run for one that was killed.
+    void mark_made();
 
 private:
+    bool make_file();
     void append(const QByteArray& line);
     void flush();
 
@@ -61,6 +68,10 @@ public:
     explicit JournalReader(const QByteArray& path);
 
     qint64 changes() const { return changes_; }
+    /// Whether the run went through all changes, and no undo has begun.
+    bool is_made() const { return made_at_.has_value(); }
+    /// Takes away that it did, as an undo begins that may be killed in its turn.
+    void unmark_made() const;
     void each_forwards(const Visitor& visitor) const;
     void each_backwards(const Visitor& visitor) const;
 
@@ -71,12 +82,12 @@ private:
 
     QByteArray path_;
     Descriptor file_;
-    qint64 begin_ = 0; ///< of the first change's line
-    qint64 end_ = 0;   ///< of the last one's
+    qint64 begin_ = 0;              ///< of the first change's line
+    qint64 end_ = 0;                ///< of the last one's
+    std::optional<qint64> made_at_; ///< where it says that the run went through all changes
     qint64 changes_ = 0;
 };
 
-/// Where a run puts its journal when nobody says where: the path of a file that is not there yet, named after the time,
-/// in the program's folder in the user's state folder, which is made, for the user alone, where it is missing. Raises
-/// JournalError.
+/// Where a run puts its journal when nobody says where: a path named after the time, in the program's folder in the
+/// user's state folder, which is made, for the user alone, where it is missing. Raises JournalError.
 QByteArray default_journal();

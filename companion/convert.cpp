@@ -103,6 +103,8 @@ Decision Conversion::decide(const MusicFile& file) const
 void Conversion::take(const Decision& decision, bool is_named)
 {
     const Change& change = decision.change;
+    if (changes_.is_journal(change))
+        return;
     if (!decision.reason && change.does_something()) {
         if (const Reason reason = obstacle(decision))
             return changes_.cannot(change.shown_path(), reason, change.renames() ? change.new_name : QByteArray());

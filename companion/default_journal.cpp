@@ -55,8 +55,5 @@ QByteArray default_journal()
         throw JournalError{.path = "--journal", .text = "there is no home folder to put a journal into; say where"};
     const QByteArray wanted = state + "/quilmo/journal-" + time_text();
     make_folders(wanted);
-    QByteArray path = wanted;
-    for (int number = 2; status_of(path); ++number)
-        path = wanted + '-' + QByteArray::number(number);
-    return path;
+    return wanted;
 }

@@ -2,7 +2,7 @@
 
 #include <QByteArrayList>
 
-#include <sys/stat.h>
+#include <charconv>
 
 namespace {
 
@@ -33,11 +33,6 @@ QByteArray unescaped(const QByteArray& text)
     return name;
 }
 
-QByteArray or_dash(const QByteArray& text)
-{
-    return text.isEmpty() ? QByteArray("-") : text;
-}
-
 /// Whether a name is one entry of a folder.
 bool is_name(const QByteArray& name)
 {
@@ -53,47 +48,76 @@ bool is_whole(const Change& change)
            is_name(change.new_name) && has_block;
 }
 
+/// Reads a number that is all of a field; gives whether it is one.
+template<typename Number> bool read_number(const QByteArray& field, Number& number, int base = 10)
+{
+    const auto [end, error] = std::from_chars(field.begin(), field.end(), number, base);
+    return error == std::errc() && end == field.end();
+}
+
+/// The same, where a dash stands for none.
+template<typename Number> bool read_number(const QByteArray& field, std::optional<Number>& number, int base = 10)
+{
+    return field == "-" || read_number(field, number.emplace(), base);
+}
+
+bool read_block(const QByteArrayList& fields, Change::Block& block)
+{
+    block.before = QByteArray::fromHex(fields[6]);
+    block.after = QByteArray::fromHex(fields[7]);
+    Change::Mark& mark = block.mark.emplace();
+    const QByteArrayList file = fields[10].split(':');
+    return read_number(fields[8], block.mode, 8) && read_number(fields[9], mark.changed_after) && file.size() == 2 &&
+           read_number(file[0], mark.device) && read_number(file[1], mark.number);
+}
+
+QByteArray number_or_dash(const auto& number, int base = 10)
+{
+    return number ? QByteArray::number(*number, base) : QByteArray("-");
+}
+
 } // namespace
+
+QByteArray journal_family()
+{
+    return "quilmo-fif journal ";
+}
 
 QByteArray journal_head()
 {
-    return "quilmo-fif journal 1\n";
+    return journal_family() + "2\n";
 }
 
 QByteArray journal_line(const Change& change)
 {
-    const auto& block = change.block;
     QByteArrayList fields{QByteArray::number(change.size), QByteArray::number(change.changed),
                           escaped(change.folder),          escaped(change.shown_folder),
                           escaped(change.old_name),        escaped(change.new_name)};
-    fields.append(or_dash(block ? block->before.toHex() : QByteArray()));
-    fields.append(or_dash(block ? block->after.toHex() : QByteArray()));
-    fields.append(or_dash(block && block->mode ? QByteArray::number(*block->mode, 8) : QByteArray()));
+    if (change.block) {
+        const Change::Block& block = *change.block;
+        const Change::Mark mark = block.mark.value_or(Change::Mark());
+        fields += {block.before.toHex(), block.after.toHex(), number_or_dash(block.mode, 8),
+                   number_or_dash(mark.changed_after),
+                   QByteArray::number(quint64(mark.device)) + ':' + QByteArray::number(quint64(mark.number))};
+    } else {
+        fields += {"-", "-", "-", "-", "-"};
+    }
     return fields.join('\t') + '\n';
 }
 
 std::optional<Change> parse_journal_line(const QByteArray& line)
 {
     const QByteArrayList fields = line.split('\t');
-    if (fields.size() != 9)
+    if (fields.size() != 11)
         return std::nullopt;
-    bool is_size = false;
-    bool is_time = false;
-    bool is_mode = true;
     Change change{.folder = unescaped(fields[2]),
                   .shown_folder = unescaped(fields[3]),
                   .old_name = unescaped(fields[4]),
                   .new_name = unescaped(fields[5]),
-                  .block = std::nullopt,
-                  .size = fields[0].toLongLong(&is_size),
-                  .changed = fields[1].toLongLong(&is_time)};
-    if (fields[6] != "-") {
-        change.block = {
-            .before = QByteArray::fromHex(fields[6]), .after = QByteArray::fromHex(fields[7]), .mode = std::nullopt};
-        if (fields[8] != "-")
-            change.block->mode = fields[8].toUInt(&is_mode, 8) & ALLPERMS;
-    }
-    return is_size && is_time && is_mode && is_whole(change) ? std::optional(change) : std::nullopt;
+                  .block = std::nullopt};
+    const bool is_read = read_number(fields[0], change.size) && read_number(fields[1], change.changed) &&
+                         (fields[6] == "-" || read_block(fields, change.block.emplace()));
+    return is_read && is_whole(change) ? std::optional(change) : std::nullopt;
 }
 
 QByteArray journal_end(qint64 changes, const QByteArray& hash)
@@ -104,10 +128,14 @@ QByteArray journal_end(qint64 changes, const QByteArray& hash)
 std::optional<JournalEnd> parse_journal_end(const QByteArray& line)
 {
     const QByteArrayList fields = line.split('\t');
-    if (fields.size() != 3 || fields[0] != "end" || !fields[2].endsWith('\n'))
+    JournalEnd end;
+    if (fields.size() != 3 || fields[0] != "end" || !fields[2].endsWith('\n') || !read_number(fields[1], end.changes))
         return std::nullopt;
-    bool is_number = false;
-    const qint64 changes = fields[1].toLongLong(&is_number);
-    return is_number ? std::optional(JournalEnd{.changes = changes, .hash = QByteArray::fromHex(fields[2].chopped(1))})
-                     : std::nullopt;
+    end.hash = QByteArray::fromHex(fields[2].chopped(1));
+    return end;
+}
+
+QByteArray journal_made()
+{
+    return "made\n";
 }

@@ -10,11 +10,16 @@
 // are made, with these fields between tabs: the file's size in bytes and the time of its last change in nanoseconds
 // since 1970; its folder, the same as the person wrote it, its old name and its new one; its last 128 bytes before and
 // after in hexadecimal digits, "-" where they stay; its rights in octal digits where it is read-only and made writable,
-// else "-". Each byte of a name that is no printable ASCII character, and each backslash, stands as \x and two
-// hexadecimal digits. The last line holds "end", the number of changes and the SHA-1 of all lines before it.
+// else "-"; the time of its last change that it is given after its bytes are written, "-" where they stay or the file
+// is somebody else's; its device and its number there with a colon between, "-" where its bytes stay. Each byte of a
+// name that is no printable ASCII character, and each backslash, stands as \x and two hexadecimal digits. The next line
+// holds "end", the number of changes and the SHA-1 of all lines before it: here the journal is on the disk, and the
+// changes begin. "made" stands in the last line when the run went through all of them, until an undo begins.
 
 /// The first line.
 QByteArray journal_head();
+/// How the first lines of all journals begin, whatever their version.
+QByteArray journal_family();
 
 /// The line of a change.
 QByteArray journal_line(const Change& change);
@@ -28,11 +33,14 @@ struct JournalEnd
     QByteArray hash;
 };
 
-/// More bytes than the last line has.
+/// More bytes than the line behind the changes has.
 constexpr qint64 journal_end_bytes = 100;
 
-/// The last line.
+/// The line behind the changes.
 QByteArray journal_end(qint64 changes, const QByteArray& hash);
 
-/// What the last line says, given with its line end; nothing when it is no last line.
+/// What that line says, given with its line end; nothing when it is another.
 std::optional<JournalEnd> parse_journal_end(const QByteArray& line);
+
+/// The last line of a run that went through all changes.
+QByteArray journal_made();

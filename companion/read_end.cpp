@@ -20,22 +20,26 @@ Reason unreadable(int error)
 FileEnd read_end(const QByteArray& native)
 {
     constexpr int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-    const Descriptor file(uninterrupted([&] { return open(native.constData(), flags); }));
-    if (!file.is_open())
-        return {.status = {}, .block = {}, .reason = unreadable(errno)};
-    FileEnd end{.status = status_of(file), .block = {}, .reason = {}};
-    if (!end.status || !S_ISREG(end.status->st_mode))
-        return {.status = {}, .block = {}, .reason = unreadable(EIO)};
-    const qint64 offset = end.status->st_size - TagRecord::block_bytes;
-    if (offset < 0) {
+    return read_end(Descriptor(uninterrupted([&] { return open(native.constData(), flags); })));
+}
+
+FileEnd read_end(const Descriptor& file)
+{
+    FileEnd end{.status = file.is_open() ? status_of(file) : std::nullopt, .block = {}, .reason = {}};
+    if (!end.status)
+        end.reason = unreadable(errno);
+    else if (!S_ISREG(end.status->st_mode))
+        end.reason = {.code = Reason::unreadable, .detail = "no regular file"};
+    else if (end.status->st_size < TagRecord::block_bytes)
         end.reason = {.code = Reason::too_short};
+    if (end.reason)
         return end;
-    }
+    const qint64 offset = end.status->st_size - TagRecord::block_bytes;
     QByteArray block(TagRecord::block_bytes, Qt::Uninitialized);
     if (read_whole(file, offset, std::span(block.data(), TagRecord::block_bytes)))
         end.block = std::move(block);
     else
-        end.reason = unreadable(EIO);
+        end.reason = unreadable(errno);
     return end;
 }
 

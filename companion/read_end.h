@@ -20,6 +20,8 @@ struct FileEnd
 
 /// Opens the regular file (through links) at a path on disk once; never waits.
 FileEnd read_end(const QByteArray& native);
+/// The same of a file that was opened; errno tells why one that is not open is not.
+FileEnd read_end(const Descriptor& file);
 
 /// Reads all of `bytes` from `offset` of an open file on; gives whether they came, else with errno set.
 bool read_whole(const Descriptor& file, qint64 offset, std::span<char> bytes);

@@ -22,7 +22,7 @@ void set_fields(TagRecord& tag, const TagEdit& edit)
         tag.genre = checked<std::uint8_t>(*edit.genre);
 }
 
-Decision decide(const MusicFile& file, const Order& order)
+Decision decide(const MusicFile& file, const Order& order, bool notes)
 {
     Decision decision{.change = Change::of(file), .reason = {}};
     const FileEnd end = read_end(file.native());
@@ -36,7 +36,7 @@ Decision decide(const MusicFile& file, const Order& order)
     add_block(decision.change, end, tag.block());
     if (decision.change.block && !order.apply)
         decision.reason = no_right_to_write(file.native(), *end.status);
-    if (!decision.reason)
+    if (!decision.reason && notes)
         decision.reason = note_state(decision.change, end);
     return decision;
 }
@@ -48,7 +48,9 @@ void run_tag(const Order& order, PathSource& paths, Output& output)
     ChangeRun changes(order, output);
     FolderRights rights;
     const auto tag_file = [&](const MusicFile& file) -> LookAhead::Turn {
-        return [&, decision = decide(file, order)]() mutable {
+        return [&, decision = decide(file, order, changes.notes())]() mutable {
+            if (changes.is_journal(decision.change))
+                return;
             if (!order.apply && !decision.reason && decision.change.does_something())
                 decision.reason = rights.obstacle(decision.change);
             changes.take(decision);
