@@ -5,6 +5,8 @@
 #include <QJsonDocument>
 #include <QStringDecoder>
 
+#include <cerrno>
+
 using namespace Qt::StringLiterals;
 
 QByteArray line_of(const QJsonObject& object)
@@ -14,9 +16,11 @@ QByteArray line_of(const QJsonObject& object)
 
 void Output::write(const QByteArray& line)
 {
-    clear_progress();
-    std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), streams_.out);
-    std::fputc('\n', streams_.out);
+    const auto size = static_cast<std::size_t>(line.size());
+    const bool is_written =
+        std::fwrite(line.constData(), 1, size, streams_.out) == size && std::fputc('\n', streams_.out) != EOF;
+    if (!is_written && write_error_ == 0)
+        write_error_ = errno;
 }
 
 void Output::path_failed(const QByteArray& path, const QByteArray& reason)
@@ -54,7 +58,7 @@ void Output::step(const char* doing)
         return;
     last_progress_ = now;
     progress_stands_ = true;
-    std::fprintf(streams_.err, "\r%s: %lld files", doing, steps_);
+    std::fprintf(streams_.err, "\r%s: %lld files\x1b[K", doing, steps_);
     std::fflush(streams_.err);
 }
 
@@ -68,8 +72,10 @@ void Output::clear_progress()
 int Output::finish()
 {
     clear_progress();
-    if (std::fflush(streams_.out) != 0 || std::ferror(streams_.out) != 0) {
-        remark("the output cannot be written");
+    if (std::fflush(streams_.out) != 0 && write_error_ == 0)
+        write_error_ = errno;
+    if (write_error_ != 0) {
+        remark("standard output: " + error_text(write_error_));
         fail();
     }
     return has_failed_ ? 1 : 0;

@@ -33,7 +33,7 @@ public:
     void path_failed(const QByteArray& path, const QByteArray& reason);
     /// A remark for the person, beginning with the program's name.
     void remark(const QByteArray& text);
-    /// One more file is through; shown now and then where somebody watches.
+    /// One more file is through; shown now and then where somebody watches, until something else is told there.
     void step(const char* doing);
     /// Something could not be done: the exit status will say so.
     void fail() { has_failed_ = true; }
@@ -46,6 +46,7 @@ private:
     Streams streams_;
     bool is_json_;
     bool has_failed_ = false;
+    int write_error_ = 0; ///< the first of the output
     qint64 steps_ = 0;
     const char* doing_ = nullptr;
     bool progress_stands_ = false;

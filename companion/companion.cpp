@@ -7,6 +7,7 @@
 #include "platform/RunTimeError.h"
 #include "platform/code_page.h"
 #include "platform/drives.h"
+#include "platform/settings.h"
 
 #include <csignal>
 #include <limits>
@@ -94,7 +95,8 @@ int run_companion(std::span<char*> words, const Streams& streams, int helpers)
         output.remark(shown(error.path) + ": " + error.text);
         output.fail();
     } catch (const RunTimeError& error) {
-        output.remark("the settings cannot be used: " + error.text().toUtf8());
+        const QByteArray store = shown(settings_file(u"Quilmo"_s));
+        output.remark(store + ": the settings cannot be used: " + error.text().toUtf8());
         output.fail();
     }
     return output.finish();

@@ -46,9 +46,13 @@ private:
     Marks named_left_;
 };
 
-bool is_free(const QByteArray& path)
+/// Why a file can't get a path: something stands there, or the system won't tell.
+Reason hindrance_at(const QByteArray& path)
 {
-    return !status_of(path) && errno == ENOENT;
+    if (status_of(path))
+        return {.code = Reason::exists};
+    return errno == ENOENT ? Reason()
+                           : Reason{.code = Reason::not_done, .detail = "cannot be renamed: " + error_text(errno)};
 }
 
 class Conversion
@@ -94,7 +98,7 @@ Decision Conversion::decide(const MusicFile& file) const
         return decision;
     change.new_name = bytes_of_field(wanted.name);
     add_tag(file, look, wanted.fields, change);
-    decision.saw_target_free = change.renames() && is_free(change.new_path());
+    decision.saw_target_free = change.renames() && !hindrance_at(change.new_path());
     if (changes_.notes() && change.does_something())
         decision.reason = note_state(change, look.end);
     return decision;
@@ -125,8 +129,7 @@ Reason Conversion::name_obstacle(const Decision& decision) const
     const QByteArray new_path = decision.change.new_path();
     if (names_.is_taken(new_path))
         return {.code = Reason::wanted_twice};
-    const bool may_have_it = decision.saw_target_free || names_.is_left(new_path) || is_free(new_path);
-    return {.code = may_have_it ? Reason::none : Reason::exists};
+    return decision.saw_target_free || names_.is_left(new_path) ? Reason() : hindrance_at(new_path);
 }
 
 /// The batch conversion brings the tags of names that are FIF in line with them, and takes new names from tags that

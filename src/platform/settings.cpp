@@ -91,6 +91,11 @@ QString GetSetting(const QString& application, const QString& section, const QSt
     return store.value(full_key(section, key), default_value).toString();
 }
 
+QString settings_file(const QString& application)
+{
+    return UserStore(application).path();
+}
+
 void SaveSetting(const QString& application, const QString& section, const QString& key, const QString& value)
 {
     const MadeForUserAlone rights;

@@ -8,5 +8,8 @@
 QString GetSetting(const QString& application, const QString& section, const QString& key,
                    const QString& default_value);
 
+/// Where the texts of an application are stored or would be.
+QString settings_file(const QString& application);
+
 /// Stores a text, where only the user can read it. A store that can't be written is passed over in silence.
 void SaveSetting(const QString& application, const QString& section, const QString& key, const QString& value);

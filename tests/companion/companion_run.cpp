@@ -8,7 +8,6 @@
 
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -18,32 +17,6 @@
 namespace fs = std::filesystem;
 
 namespace {
-
-/// A stream that gathers what is written to it.
-class Gathered
-{
-public:
-    Gathered() : stream_(open_memstream(&bytes_, &size_)) {}
-    ~Gathered()
-    {
-        std::fclose(stream_);
-        std::free(bytes_);
-    }
-    Gathered(const Gathered&) = delete;
-    Gathered& operator=(const Gathered&) = delete;
-
-    std::FILE* stream() const { return stream_; }
-    QByteArray bytes() const
-    {
-        std::fflush(stream_);
-        return {bytes_, static_cast<qsizetype>(size_)};
-    }
-
-private:
-    char* bytes_ = nullptr;
-    std::size_t size_ = 0;
-    std::FILE* stream_;
-};
 
 QByteArray temporary_folder()
 {

@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <cstdlib>
 
 // What the tests of the companion share.
 
@@ -31,6 +32,32 @@ struct Told
 Told run_fif(const QByteArrayList& words, const QByteArray& input = {}, int helpers = 1);
 /// The same with a stream as its standard input.
 Told run_fif(const QByteArrayList& words, std::FILE* input, int helpers = 1);
+
+/// A stream that gathers what is written to it.
+class Gathered
+{
+public:
+    Gathered() : stream_(open_memstream(&bytes_, &size_)) {}
+    ~Gathered()
+    {
+        std::fclose(stream_);
+        std::free(bytes_);
+    }
+    Gathered(const Gathered&) = delete;
+    Gathered& operator=(const Gathered&) = delete;
+
+    std::FILE* stream() const { return stream_; }
+    QByteArray bytes() const
+    {
+        std::fflush(stream_);
+        return {bytes_, static_cast<qsizetype>(size_)};
+    }
+
+private:
+    char* bytes_ = nullptr;
+    std::size_t size_ = 0;
+    std::FILE* stream_;
+};
 
 /// A temporary folder of music on disk, in memory where the machine lets it.
 class MusicPlace

@@ -151,7 +151,7 @@ void TestCompanionCheck::the_stored_type_counts()
     set_type("none");
     const Told told = run_fif({"check", place.root()});
     QCOMPARE(told.status, 1);
-    QCOMPARE(told.err, "quilmo-fif: the settings cannot be used: Type mismatch\n"_ba);
+    QCOMPARE(told.err, "quilmo-fif: " + store + ": the settings cannot be used: Type mismatch\n");
     QCOMPARE(run_fif({"check", "--type", "1", place.root()}).status, 0); // needs no settings
     fs::remove(store.toStdString());
 }

@@ -257,7 +257,7 @@ void TestCompanionProgram::an_output_that_is_full_is_told()
     process.start(QString::fromUtf8(program), {u"check"_s, QString::fromUtf8(place.root())});
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 1);
-    QCOMPARE(process.readAllStandardError(), "quilmo-fif: the output cannot be written\n"_ba);
+    QCOMPARE(process.readAllStandardError(), "quilmo-fif: standard output: No space left on device\n"_ba);
 }
 
 void TestCompanionProgram::it_loads_no_library_of_windows_or_player()

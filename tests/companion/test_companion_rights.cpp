@@ -46,6 +46,7 @@ private Q_SLOTS:
     void a_file_of_somebody_else();
     void each_folder_has_rights_of_its_own();
     void a_file_of_ones_own_can_be_made_writable();
+    void a_folder_that_cannot_be_entered_holds_no_other_file();
 };
 
 void TestCompanionRights::a_folder_whose_names_are_fixed_data()
@@ -138,6 +139,17 @@ void TestCompanionRights::a_file_of_ones_own_can_be_made_writable()
     const BoundByRights bound;
     QCOMPARE(run_fif({"tag", "--year", "2001", place.root()}).status, 0);
     QCOMPARE(run_fif(applied({"tag", "--year", "2001"}, place)).status, 0);
+}
+
+void TestCompanionRights::a_folder_that_cannot_be_entered_holds_no_other_file()
+{
+    const MusicPlace place;
+    place.write("listed/[Ann][Sea].mp3", song("Ann", "Sea"));
+    const WithoutRights closed(place.path("listed"));
+    QVERIFY(chmod(place.path("listed").constData(), 0444) == 0);
+    const Told told = run_fif({"convert", "--type", "6", place.root()});
+    QCOMPARE(told.status, 1);
+    QVERIFY2(told.out.endsWith(" -> Ann-Sea.mp3: cannot be renamed: Permission denied\n"), told.out.constData());
 }
 
 QUILMO_LOGIC_TEST(TestCompanionRights)

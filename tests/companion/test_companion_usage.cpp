@@ -1,6 +1,8 @@
 #include "companion_run.h"
 #include "odd_names.h"
 
+#include "companion/Output.h"
+
 #include <QCoreApplication>
 #include <QTest>
 
@@ -61,6 +63,7 @@ private Q_SLOTS:
     void paths_come_from_standard_input();
     void a_standard_input_that_breaks_off_is_told_data();
     void a_standard_input_that_breaks_off_is_told();
+    void progress_stands_until_something_else_is_told();
     void names_pass_through_data();
     void names_pass_through();
     void control_characters_are_escaped_data();
@@ -223,6 +226,30 @@ void TestCompanionUsage::a_standard_input_that_breaks_off_is_told()
     QCOMPARE(objects.size(), 1);
     QCOMPARE(objects[0]["path"_L1].toString(), u"standard input"_s);
     QCOMPARE(objects[0]["reason"_L1].toString(), u"unreadable"_s);
+}
+
+void TestCompanionUsage::progress_stands_until_something_else_is_told()
+{
+    const Gathered out;
+    const Gathered err;
+    Output output({.in = stdin, .out = out.stream(), .err = err.stream(), .shows_progress = true}, false);
+    for (int number = 0; number < 50; ++number) {
+        output.write("line");
+        output.step("checking");
+    }
+    QCOMPARE(err.bytes(), "\rchecking: 32 files\x1b[K"_ba);
+    output.remark("text");
+    QCOMPARE(err.bytes(), "\rchecking: 32 files\x1b[K\r\x1b[Kquilmo-fif: text\n"_ba);
+    const auto read_on = [&] {
+        for (int number = 0; number < 32; ++number)
+            output.step("reading");
+        return err.bytes().contains("\rreading: ");
+    };
+    QTRY_VERIFY(read_on()); // it is shown anew after a while
+    QVERIFY(!err.bytes().endsWith("\r\x1b[K"));
+    QCOMPARE(output.finish(), 0);
+    QVERIFY(err.bytes().endsWith("\r\x1b[K"));
+    QCOMPARE(out.bytes(), QByteArray("line\n").repeated(50));
 }
 
 void TestCompanionUsage::names_pass_through_data()

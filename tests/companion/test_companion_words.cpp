@@ -232,7 +232,7 @@ void TestCompanionWords::the_manual_tells_every_field()
         place.write(name, song("Ann", "Sea"));
     place.write("none.mp3", sample_audio());
     if (words.first() == "undo") {
-        QCOMPARE(run_fif(applied({"tag", "--artist", "New"}, place)).status, 0);
+        run_fif(applied({"convert", "--type", "2", "--tags"}, place));
         words.append(place.journal());
     } else {
         words += {place.root(), place.path("missing")};
