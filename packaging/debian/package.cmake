@@ -16,9 +16,10 @@ set(CPACK_DEBIAN_PACKAGE_HOMEPAGE ${QUILMO_WEB_ADDRESS})
 set(CPACK_DEBIAN_PACKAGE_SECTION sound)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 
-# Quilmo loads SDL at the first sound by itself, so its need of it stands in no file's header.
+# Quilmo loads SDL at the first sound and libmount at the first drive by itself, so its need of them stands in no file's
+# header.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS libsdl2-2.0-0)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libsdl2-2.0-0, libmount1")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, fonts-nanum | fonts-noto-cjk")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS xdg-utils)
 if(NOT QUILMO_LANGUAGE EQUAL 1)

@@ -2,6 +2,7 @@
 
 #include "platform/drive_letters.h"
 #include "platform/file_names.h"
+#include "platform/late_library.h"
 
 #include <QFile>
 #include <QStandardPaths>
@@ -21,7 +22,40 @@
 #include <optional>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
+
+/// A function of libmount, nothing where the system has no libmount.
+template<typename Function> Function loaded(const char* name)
+{
+    return late_function<Function>(u"mount"_s, 1, name);
+}
+
+struct Libmount
+{
+    decltype(&mnt_new_table) new_table = loaded<decltype(new_table)>("mnt_new_table");
+    decltype(&mnt_unref_table) unref_table = loaded<decltype(unref_table)>("mnt_unref_table");
+    decltype(&mnt_table_parse_file) table_parse_file = loaded<decltype(table_parse_file)>("mnt_table_parse_file");
+    decltype(&mnt_new_iter) new_iter = loaded<decltype(new_iter)>("mnt_new_iter");
+    decltype(&mnt_free_iter) free_iter = loaded<decltype(free_iter)>("mnt_free_iter");
+    decltype(&mnt_table_next_fs) table_next_fs = loaded<decltype(table_next_fs)>("mnt_table_next_fs");
+    decltype(&mnt_fs_get_source) fs_get_source = loaded<decltype(fs_get_source)>("mnt_fs_get_source");
+    decltype(&mnt_fs_get_target) fs_get_target = loaded<decltype(fs_get_target)>("mnt_fs_get_target");
+    decltype(&mnt_fs_get_root) fs_get_root = loaded<decltype(fs_get_root)>("mnt_fs_get_root");
+    decltype(&mnt_fs_get_fstype) fs_get_fstype = loaded<decltype(fs_get_fstype)>("mnt_fs_get_fstype");
+    decltype(&mnt_fs_get_devno) fs_get_devno = loaded<decltype(fs_get_devno)>("mnt_fs_get_devno");
+    decltype(&mnt_fs_is_netfs) fs_is_netfs = loaded<decltype(fs_is_netfs)>("mnt_fs_is_netfs");
+    decltype(&mnt_fs_is_pseudofs) fs_is_pseudofs = loaded<decltype(fs_is_pseudofs)>("mnt_fs_is_pseudofs");
+};
+
+/// libmount, loaded when drives are first asked for: with what it needs itself it takes a part of the start, and the
+/// splash shows no drives.
+const Libmount& libmount()
+{
+    static const Libmount functions;
+    return functions;
+}
 
 /// The names in a folder of the system; none where it can't be read.
 std::vector<QByteArray> names_in(const QByteArray& folder)
@@ -51,13 +85,13 @@ QByteArray real_node(const QByteArray& path)
 
 MountedVolume mounted_volume(libmnt_fs* mount)
 {
-    MountedVolume volume{.source = mnt_fs_get_source(mount),
-                         .mount_point = mnt_fs_get_target(mount),
-                         .root = mnt_fs_get_root(mount),
-                         .type = mnt_fs_get_fstype(mount),
-                         .number = mnt_fs_get_devno(mount),
-                         .is_network = mnt_fs_is_netfs(mount) == 1,
-                         .is_pseudo = mnt_fs_is_pseudofs(mount) == 1};
+    MountedVolume volume{.source = libmount().fs_get_source(mount),
+                         .mount_point = libmount().fs_get_target(mount),
+                         .root = libmount().fs_get_root(mount),
+                         .type = libmount().fs_get_fstype(mount),
+                         .number = libmount().fs_get_devno(mount),
+                         .is_network = libmount().fs_is_netfs(mount) == 1,
+                         .is_pseudo = libmount().fs_is_pseudofs(mount) == 1};
     if (volume.source.startsWith("/dev/"))
         volume.source = real_node(volume.source);
     return volume;
@@ -66,14 +100,17 @@ MountedVolume mounted_volume(libmnt_fs* mount)
 /// The mount table, in mount order. No mounted file system is touched.
 std::vector<MountedVolume> mount_table()
 {
-    const std::unique_ptr<libmnt_table, decltype(&mnt_unref_table)> table(mnt_new_table(), mnt_unref_table);
-    const std::unique_ptr<libmnt_iter, decltype(&mnt_free_iter)> iterator(mnt_new_iter(MNT_ITER_FORWARD),
-                                                                          mnt_free_iter);
     std::vector<MountedVolume> volumes;
-    if (!table || !iterator || mnt_table_parse_file(table.get(), "/proc/self/mountinfo") != 0)
+    if (libmount().new_table == nullptr)
+        return volumes;
+    const std::unique_ptr<libmnt_table, decltype(&mnt_unref_table)> table(libmount().new_table(),
+                                                                          libmount().unref_table);
+    const std::unique_ptr<libmnt_iter, decltype(&mnt_free_iter)> iterator(libmount().new_iter(MNT_ITER_FORWARD),
+                                                                          libmount().free_iter);
+    if (!table || !iterator || libmount().table_parse_file(table.get(), "/proc/self/mountinfo") != 0)
         return volumes;
     libmnt_fs* mount = nullptr;
-    while (mnt_table_next_fs(table.get(), iterator.get(), &mount) == 0)
+    while (libmount().table_next_fs(table.get(), iterator.get(), &mount) == 0)
         volumes.push_back(mounted_volume(mount));
     return volumes;
 }

@@ -1,9 +1,9 @@
 #include "platform/media_player/AudioOutput.h"
 
+#include "platform/late_library.h"
+
 #define SDL_MAIN_HANDLED // the program's own main function stays the main function
 #include <SDL.h>
-
-#include <QLibrary>
 
 #include <bit>
 #include <cstdint>
@@ -16,7 +16,7 @@ namespace {
 /// A function of SDL, nothing where the system has no SDL.
 template<typename Function> Function loaded(const char* name)
 {
-    return reinterpret_cast<Function>(QLibrary::resolve(u"SDL2-2.0"_s, 0, name));
+    return late_function<Function>(u"SDL2-2.0"_s, 0, name);
 }
 
 struct Sdl
