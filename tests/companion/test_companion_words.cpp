@@ -8,6 +8,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
+#include <QStandardPaths>
 #include <QTest>
 
 #include <variant>
@@ -119,6 +120,16 @@ bool takes(const QByteArray& command, const QString& option)
     return error == nullptr || !(error->text.contains("no option") || error->text.contains("no such option"));
 }
 
+QSet<QString> options_taken_by(const QByteArray& command)
+{
+    QSet<QString> options;
+    for (const QString& option : told_options()) {
+        if (takes(command, option))
+            options.insert(option);
+    }
+    return options;
+}
+
 /// What bash offers behind some words.
 QStringList offers_of_bash(const QStringList& words)
 {
@@ -128,6 +139,35 @@ QStringList offers_of_bash(const QStringList& words)
     process.start(u"/bin/bash"_s, QStringList{u"-c"_s, script, folder + u"completions/quilmo-fif.bash"_s} + words);
     process.waitForFinished();
     return QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+}
+
+/// What fish offers behind the beginning of a line.
+QStringList offers_of_fish(const QString& line)
+{
+    QProcess process;
+    process.start(u"fish"_s,
+                  {u"--no-config"_s, u"-c"_s, u"source $argv[1]; complete -C $argv[2] | string split -f1 \\t"_s,
+                   folder + u"completions/quilmo-fif.fish"_s, line});
+    process.waitForFinished();
+    return QString::fromUtf8(process.readAllStandardOutput()).split(u'\n', Qt::SkipEmptyParts);
+}
+
+/// What an interactive zsh shows behind the beginning of a line up to the option --version.
+QString shown_by_zsh(const QString& line)
+{
+    const QString script =
+        u"zmodload zsh/zpty; zpty shell zsh -f -i; "
+        "zpty -w shell \"fpath=(${(q)1} \\$fpath); autoload -U compinit; compinit -u; print rea''dy\"; "
+        "zpty -r shell shown '*ready*'; zpty -w -n shell $2$'\\t\\t'; zpty -r shell shown '*--version*'; print -r -- $shown"_s;
+    QProcess process;
+    process.start(u"zsh"_s, {u"-f"_s, u"-c"_s, script, u"zsh"_s, folder + u"completions"_s, line});
+    process.waitForFinished();
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+bool is_installed(const QString& program)
+{
+    return !QStandardPaths::findExecutable(program).isEmpty();
 }
 
 } // namespace
@@ -143,6 +183,10 @@ private Q_SLOTS:
     void a_command_is_offered_what_it_takes_data();
     void a_command_is_offered_what_it_takes();
     void bash_offers_commands_and_values();
+    void fish_offers_what_a_command_takes_data() { a_command_is_offered_what_it_takes_data(); }
+    void fish_offers_what_a_command_takes();
+    void zsh_offers_what_a_command_takes_data();
+    void zsh_offers_what_a_command_takes();
     void the_manual_tells_every_reason();
     void the_manual_tells_every_field_data();
     void the_manual_tells_every_field();
@@ -178,11 +222,7 @@ void TestCompanionWords::a_command_is_offered_what_it_takes()
 
     const QStringList offers = offers_of_bash({u"quilmo-fif"_s, QString::fromUtf8(command), u"-"_s});
     QVERIFY(!offers.isEmpty());
-    QSet<QString> taken;
-    for (const QString& option : told_options()) {
-        if (takes(command, option))
-            taken.insert(option);
-    }
+    QSet<QString> taken = options_taken_by(command);
     QCOMPARE(QSet<QString>(offers.begin(), offers.end()), taken);
     // Of two spellings the usage tells one, and what every command takes it leaves to the list of options.
     for (const QString& option : {u"--from-stdin"_s, u"--help"_s, u"-h"_s, u"--version"_s})
@@ -202,6 +242,39 @@ void TestCompanionWords::bash_offers_commands_and_values()
     QCOMPARE(offers_of_bash({program, u"convert"_s, u"--type"_s, u"="_s}), types);
     QCOMPARE(offers_of_bash({program, u"convert"_s, u"--type"_s, u"="_s, u"4"_s}), QStringList{u"4"_s});
     QCOMPARE(offers_of_bash({program, u"tag"_s, u"--artist"_s, QString()}), QStringList());
+}
+
+void TestCompanionWords::fish_offers_what_a_command_takes()
+{
+    QFETCH(QByteArray, command);
+
+    if (!is_installed(u"fish"_s))
+        QSKIP("no fish here");
+    const QStringList offers = offers_of_fish(u"quilmo-fif "_s + QString::fromUtf8(command) + u" -"_s);
+    QCOMPARE(QSet<QString>(offers.begin(), offers.end()), options_taken_by(command));
+}
+
+void TestCompanionWords::zsh_offers_what_a_command_takes_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QByteArray>("command");
+    QTest::newRow("a command") << u"quilmo-fif check -"_s << "check"_ba;
+    QTest::newRow("behind an option of all commands") << u"quilmo-fif check --json -"_s << "check"_ba;
+    QTest::newRow("behind a path") << u"quilmo-fif info x --json -"_s << "info"_ba;
+    QTest::newRow("behind an option before the command") << u"quilmo-fif --json convert --apply -"_s << "convert"_ba;
+    QTest::newRow("a journal") << u"quilmo-fif undo --json -"_s << "undo"_ba;
+}
+
+void TestCompanionWords::zsh_offers_what_a_command_takes()
+{
+    QFETCH(QString, line);
+    QFETCH(QByteArray, command);
+
+    if (!is_installed(u"zsh"_s))
+        QSKIP("no zsh here");
+    const QString shown = shown_by_zsh(line);
+    for (const QString& option : options_taken_by(command))
+        QVERIFY2(shown.contains(option), qPrintable(option + u" is not in "_s + shown));
 }
 
 void TestCompanionWords::the_manual_tells_every_reason()
