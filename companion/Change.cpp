@@ -197,8 +197,7 @@ TakenBack take_block_back(const Change& change, const Sight& sight)
 
 Reason rename_back(const Change& change)
 {
-    const int error =
-        stands(change.old_path()) ? EEXIST : rename_without_replacing(change.new_path(), change.old_path());
+    const int error = rename_without_replacing(change.new_path(), change.old_path());
     if (error == EEXIST)
         return {.code = Reason::taken};
     return error == 0 ? Reason() : failure("cannot be renamed: " + error_text(error));

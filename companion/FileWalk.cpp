@@ -63,8 +63,18 @@ void FileWalk::walk(PathSource& paths)
         visitor_.failed("standard input", paths.error());
 }
 
+/// Whether a path was named before as that of a file, which may have another name by now.
+bool FileWalk::was_named(const QByteArray& path)
+{
+    const qsizetype name_at = path.lastIndexOf('/') + 1;
+    return !seen_files_.isEmpty() && enter_parent(path.first(name_at)) &&
+           seen_files_.contains(qHash(parent_folder_.native + path.sliced(name_at)));
+}
+
 void FileWalk::visit(const QByteArray& path)
 {
+    if (was_named(path))
+        return;
     const std::optional<struct stat> status = status_through_links(path);
     if (!status)
         visitor_.failed(path, std::strerror(errno));
@@ -93,10 +103,8 @@ void FileWalk::visit_file(const QByteArray& path)
     if (seen_folders_.contains(parent_mark_))
         return;
     MusicFile file = {.folder = parent_folder_, .name = name, .is_named = true};
-    const qsizetype seen_before = seen_files_.size();
     seen_files_.insert(qHash(file.native()));
-    if (seen_files_.size() > seen_before)
-        visitor_.file(std::move(file));
+    visitor_.file(std::move(file));
 }
 
 /// Looks at the folder that a named file lies in; false, with errno set, when that can't be done.

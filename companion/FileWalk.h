@@ -47,6 +47,7 @@ public:
     void walk(PathSource& paths);
 
 private:
+    bool was_named(const QByteArray& path);
     void visit(const QByteArray& path);
     void visit_file(const QByteArray& path);
     bool enter_parent(const QByteArray& parent);

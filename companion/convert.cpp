@@ -24,6 +24,8 @@ public:
         (is_named ? named_left_ : left_).insert(qHash(change.old_path()));
     }
     bool is_taken(const QByteArray& path) const { return holds(taken_, path) || holds(named_taken_, path); }
+    /// Whether a file that was named got this path: what stands there is no other file.
+    bool was_given(const QByteArray& path) const { return holds(named_taken_, path); }
     bool is_left(const QByteArray& path) const { return holds(left_, path) || holds(named_left_, path); }
     void folder_end()
     {
@@ -107,7 +109,7 @@ Decision Conversion::decide(const MusicFile& file) const
 void Conversion::take(const Decision& decision, bool is_named)
 {
     const Change& change = decision.change;
-    if (changes_.is_journal(change))
+    if (changes_.is_journal(change) || names_.was_given(change.old_path()))
         return;
     if (!decision.reason && change.does_something()) {
         if (const Reason reason = obstacle(decision))

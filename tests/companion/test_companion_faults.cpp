@@ -2,10 +2,13 @@
 #include "faulty_disk.h"
 
 #include <QCoreApplication>
+#include <QScopeGuard>
 #include <QTest>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
+#include <fstream>
 
 namespace {
 
@@ -22,7 +25,7 @@ void write_songs(const MusicPlace& place)
     const QByteArray first = song("Ann", "Sea?");
     const QByteArray second = song("Old", "Older");
     place.write("a.mp3", padding(first) + first);
-    place.write("sub/[Bob][Sky].mp3", padding(second) + second);
+    place.write("sub/[Bob][Sky][Jazz].mp3", padding(second) + second);
 }
 
 QByteArrayList conversion(const MusicPlace& place)
@@ -40,6 +43,38 @@ QList<DiskFault> all_faults()
     return faults;
 }
 
+/// Whether a run said what the system says of a fault.
+bool tells(const Told& told, const DiskFault& fault)
+{
+    return (told.out + told.err).contains(std::strerror(fault.error));
+}
+
+/// Whether each file holds what one held before or after.
+bool are_whole(const QMap<QByteArray, QByteArray>& content, const QMap<QByteArray, QByteArray>& before,
+               const QMap<QByteArray, QByteArray>& after)
+{
+    const QByteArrayList known = before.values() + after.values();
+    return std::ranges::all_of(content, [&](const QByteArray& file) { return known.contains(file); });
+}
+
+/// What lies on a disk that fails.
+QByteArrayList disk_of(const MusicPlace& place, bool with_journal)
+{
+    return with_journal ? folders_of(place) : QByteArrayList{place.root()};
+}
+
+/// Writes other sound into a file, as another program does; its tag stays.
+void change_sound(const MusicPlace& place, const QByteArray& name)
+{
+    std::fstream stream(place.path(name).toStdString(), std::ios::binary | std::ios::in | std::ios::out);
+    stream.put('y');
+}
+
+QByteArray changed_song()
+{
+    return song("Old", "Older").replace(0, 1, "y");
+}
+
 /// A fault in the report of a failing test.
 QByteArray text_of(const DiskFault& fault, int nth, const QByteArray& call)
 {
@@ -54,14 +89,28 @@ class TestCompanionFaults : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void a_conversion_can_be_undone_data();
     void a_conversion_can_be_undone();
+    void an_undo_can_be_run_again_data() { a_conversion_can_be_undone_data(); }
     void an_undo_can_be_run_again();
     void a_preview_and_a_check_change_nothing();
     void the_journal_is_on_the_disk_before_the_first_change();
+    void the_name_of_a_journal_is_taken_meanwhile();
+    void what_changes_meanwhile_gets_no_tag();
+    void what_changes_meanwhile_gets_no_tag_back();
 };
+
+void TestCompanionFaults::a_conversion_can_be_undone_data()
+{
+    QTest::addColumn<bool>("with_journal");
+    QTest::newRow("music and journal on one disk") << true;
+    QTest::newRow("the journal on another disk") << false;
+}
 
 void TestCompanionFaults::a_conversion_can_be_undone()
 {
+    QFETCH(bool, with_journal);
+
     QMap<QByteArray, QByteArray> after;
     for (const DiskFault& fault : all_faults()) {
         QByteArray call = "first";
@@ -70,7 +119,7 @@ void TestCompanionFaults::a_conversion_can_be_undone()
             write_songs(place);
             const auto before = place.content();
             Told told;
-            call = with_fault(folders_of(place), nth, fault, [&] { told = run_fif(conversion(place)); });
+            call = with_fault(disk_of(place, with_journal), nth, fault, [&] { told = run_fif(conversion(place)); });
             const QByteArray where = text_of(fault, nth, call);
             if (after.isEmpty()) { // the way it goes without a fault
                 const MusicPlace whole;
@@ -80,7 +129,9 @@ void TestCompanionFaults::a_conversion_can_be_undone()
             }
             const auto content = place.content();
             QVERIFY2(content.size() == before.size(), where.constData());
+            QVERIFY2(fault.lasts || are_whole(content, before, after), where.constData());
             QVERIFY2(told.status == 1 || content == after, where.constData());
+            QVERIFY2(told.status == 0 || tells(told, fault), where.constData());
             if (content != before)
                 QVERIFY2(undo(place).status == 0, where.constData());
             QVERIFY2(place.content() == before, where.constData());
@@ -91,6 +142,8 @@ void TestCompanionFaults::a_conversion_can_be_undone()
 
 void TestCompanionFaults::an_undo_can_be_run_again()
 {
+    QFETCH(bool, with_journal);
+
     for (const DiskFault& fault : all_faults()) {
         QByteArray call = "first";
         for (int nth = 1; !call.isEmpty(); ++nth) {
@@ -99,9 +152,10 @@ void TestCompanionFaults::an_undo_can_be_run_again()
             const auto before = place.content();
             QCOMPARE(run_fif(conversion(place)).status, 0);
             Told told;
-            call = with_fault(folders_of(place), nth, fault, [&] { told = undo(place); });
+            call = with_fault(disk_of(place, with_journal), nth, fault, [&] { told = undo(place); });
             const QByteArray where = text_of(fault, nth, call);
             QVERIFY2(told.status == 1 || place.content() == before, where.constData());
+            QVERIFY2(told.status == 0 || tells(told, fault), where.constData());
             QVERIFY2(undo(place).status == 0, where.constData());
             QVERIFY2(place.content() == before, where.constData());
             QVERIFY2(nth < more_calls_than_a_run_makes, where.constData());
@@ -154,6 +208,65 @@ void TestCompanionFaults::the_journal_is_on_the_disk_before_the_first_change()
     const qsizetype written_again = calls.indexOf("write " + place.journal(), synced);
     QVERIFY(std::find_if(calls.begin() + written_again, calls.end(), is_change) == calls.end());
     QCOMPARE(calls.lastIndexOf("write " + place.journal()), written_again);
+}
+
+/// By another run of the same second.
+void TestCompanionFaults::the_name_of_a_journal_is_taken_meanwhile()
+{
+    const MusicPlace place;
+    write_songs(place);
+    qputenv("XDG_STATE_HOME", place.path("state"));
+    const auto clean = qScopeGuard([] { qunsetenv("XDG_STATE_HOME"); });
+    QByteArrayList taken;
+    const auto take = [&](const QByteArray& call, const QByteArray& native) {
+        if (call != "open" || !native.contains("/quilmo/journal-") || taken.size() == 3)
+            return;
+        taken.append(native);
+        place.write(native.sliced(place.root().size() + 1), "precious");
+    };
+    Told told;
+    watch_disk({place.root()}, take, [&] { told = run_fif({"convert", "--type", "4", "--apply", place.root()}); });
+    QCOMPARE(told.status, 0);
+    QCOMPARE(taken, (QByteArrayList{taken[0], taken[0] + "-2", taken[0] + "-3"}));
+    QVERIFY(told.err.startsWith("quilmo-fif: journal: " + taken[0] + "-4\n"));
+    for (const QByteArray& path : taken)
+        QCOMPARE(place.read(path.sliced(place.root().size() + 1)), QByteArray("precious"));
+    QCOMPARE(run_fif({"undo", taken[0] + "-4"}).status, 0);
+}
+
+void TestCompanionFaults::what_changes_meanwhile_gets_no_tag()
+{
+    const MusicPlace place;
+    place.write("[Bob][Sky].mp3", song("Old", "Older"));
+    const auto change_once_noted = [&](const QByteArray& call, const QByteArray&) {
+        if (call == "fsync")
+            change_sound(place, "[Bob][Sky].mp3");
+    };
+    Told told;
+    watch_disk({place.journal()}, change_once_noted, [&] { told = run_fif(conversion(place)); });
+    QCOMPARE(told.status, 1);
+    QVERIFY(told.out.contains(": renamed, but its tag is left alone: it has changed meanwhile\n"));
+    QCOMPARE(place.content(), (QMap<QByteArray, QByteArray>{{"(Bob)(Sky).mp3", changed_song()}}));
+    QCOMPARE(undo(place).status, 1);
+    QCOMPARE(place.content(), (QMap<QByteArray, QByteArray>{{"(Bob)(Sky).mp3", changed_song()}}));
+}
+
+void TestCompanionFaults::what_changes_meanwhile_gets_no_tag_back()
+{
+    const MusicPlace place;
+    place.write("[Bob][Sky].mp3", song("Old", "Older"));
+    QCOMPARE(run_fif(conversion(place)).status, 0);
+    const QByteArray tag = place.read("(Bob)(Sky).mp3").right(tag_bytes);
+    const auto change_once_seen = [&](const QByteArray& call, const QByteArray&) {
+        if (call == "renameat2")
+            change_sound(place, "(Bob)(Sky).mp3");
+    };
+    Told told;
+    watch_disk({place.root()}, change_once_seen, [&] { told = undo(place); });
+    QCOMPARE(told.status, 1);
+    QVERIFY(told.out.endsWith(": its name is back, but its tag is left alone: it has changed meanwhile\n"));
+    QCOMPARE(place.content(),
+             (QMap<QByteArray, QByteArray>{{"[Bob][Sky].mp3", changed_song().chopped(tag_bytes) + tag}}));
 }
 
 QUILMO_LOGIC_TEST(TestCompanionFaults)

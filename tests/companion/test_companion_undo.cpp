@@ -63,6 +63,7 @@ private Q_SLOTS:
     void the_rest_of_a_refused_undo_comes_back();
     void an_old_name_that_is_taken_stays_taken();
     void a_read_only_file_is_read_only_again();
+    void a_hidden_read_only_file_is_left_alone();
     void a_file_with_two_names_comes_back();
     void what_the_run_could_not_do_needs_no_undo();
     void another_file_is_no_journal_data();
@@ -200,6 +201,20 @@ void TestCompanionUndo::a_read_only_file_is_read_only_again()
     QCOMPARE(undo(place).status, 0);
     QCOMPARE(mode_of(place.path("[Bob][Sky].mp3")), mode_t(0464));
     QCOMPARE(place.content(), before);
+}
+
+void TestCompanionUndo::a_hidden_read_only_file_is_left_alone()
+{
+    const MusicPlace place;
+    place.write(".a.mp3", song("Ann", "Sea"));
+    chmod(place.path(".a.mp3").constData(), 0444);
+    const auto before = place.content();
+    const Told told = run_fif(applied({"tag", "--artist", "Bob"}, place));
+    QCOMPARE(told.status, 1);
+    QVERIFY(told.lines()[0].endsWith(": its tag cannot be written: Permission denied"));
+    QCOMPARE(place.content(), before);
+    QCOMPARE(mode_of(place.path(".a.mp3")), mode_t(0444));
+    QCOMPARE(undo(place).status, 0);
 }
 
 void TestCompanionUndo::a_file_with_two_names_comes_back()
