@@ -213,10 +213,8 @@ void FIF_Auto_Convert::freeview_Click()
     LongWork work;
     for (int row = 1; row <= Selected_ListView_->Count(); ++row) {
         const ListRow& item = Selected_ListView_->Item(row);
-        Selected_ListView_->set_SubItem(row, 1,
-                                        is_convertible(item)
-                                            ? rename_to_freeview(shared.current_folder, QString(item.Text), 0)
-                                            : u"Can't Auto Convert"_s);
+        Selected_ListView_->set_SubItem(
+            row, 1, is_convertible(item) ? convert_found(QString(item.Text), 0) : u"Can't Auto Convert"_s);
         work.step();
     }
     previewed_ = 1;
@@ -243,9 +241,8 @@ void FIF_Auto_Convert::autoconvert_Click()
 void FIF_Auto_Convert::convert_row(int index)
 {
     const QString name = Selected_ListView_->Item(index).Text;
-    QString new_name = shared.current_folder + name == shared.playing_mp3_path
-                           ? convert_file_in_player(name)
-                           : rename_to_freeview(shared.current_folder, name, 1);
+    QString new_name =
+        shared.current_folder + name == shared.playing_mp3_path ? convert_file_in_player(name) : convert_found(name, 1);
     if (new_name.isEmpty())
         return;
     Selected_ListView_->set_Text(index, new_name);
@@ -277,6 +274,11 @@ FixedFields FIF_Auto_Convert::forced_values() const
 QString FIF_Auto_Convert::rename_to_freeview(const QString& /*folder*/, const QString& name, i16 do_rename)
 {
     Check_file_for_fif(name);
+    return convert_found(name, do_rename);
+}
+
+QString FIF_Auto_Convert::convert_found(const QString& name, i16 do_rename)
+{
     const FifFields found = {.artist = shared.fif_artist, .title = shared.fif_title, .genre = shared.fif_genre};
     const auto [artist, title, genre] = fields_to_convert(found, forced_values());
     shared.fif_artist = artist;

@@ -57,7 +57,7 @@ private:
 
     /// Copies the main list's selected rows.
     void Fill_selected_list();
-    /// Whether a row's file has a name or a tag to make a FIF name of.
+    /// Whether a row's file has a name or a tag to make a FIF name of, whose fields are in the result strings then.
     static bool is_convertible(const ListRow& row);
     void freeview_Click();
     void autoconvert_Click();
@@ -67,8 +67,10 @@ private:
     bool fixed_values_are_there() const;
     /// The values that are forced on all files now.
     FixedFields forced_values() const;
-    /// Sets up the fields of a file and converts it; gives the new name, empty when none could be made.
+    /// Looks at a file and converts it; gives the new name, empty when none could be made.
     QString rename_to_freeview(const QString& folder, const QString& name, i16 do_rename);
+    /// The same for a file that has just been looked at: its fields are in the result strings.
+    QString convert_found(const QString& name, i16 do_rename);
     /// Composes the name and, if `do_rename` is 1 and no such file is there, renames the file, brings the final list
     /// along and writes the tag.
     QString auto_convert(const QString& old_name, const QString& artist, const QString& title, const QString& genre,
