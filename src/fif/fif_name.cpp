@@ -59,9 +59,11 @@ GroupWalk walk_group(QStringView stem, const Brackets& brackets, qsizetype& posi
     const QStringView rest = stem.sliced(position);
     if (rest.empty())
         return GroupWalk::open;
+    if (rest.front() != brackets.opening)
+        return GroupWalk::refused;
     const QStringView inside = rest.sliced(1);
     const qsizetype length = std::ranges::find(inside, brackets.closing) - inside.begin();
-    if (rest.front() != brackets.opening || (length == 0 && !inside.empty()))
+    if (length == 0 && !inside.empty())
         return GroupWalk::refused;
     field = inside.first(length).toString();
     if (length == inside.size()) {
@@ -156,10 +158,9 @@ constexpr LengthRule length_rules[] = {
 QString shaped_name(const LengthRule& rule, const QString& artist, const QString& title, const QString& genre)
 {
     const auto& [before, between, behind] = rule.delimiters;
-    QString name = before % artist % between % title;
     if (rule.genre_in_name)
-        name += between % genre;
-    return name % behind % extension;
+        return before % artist % between % title % between % genre % behind % extension;
+    return before % artist % between % title % behind % extension;
 }
 
 } // namespace
@@ -226,8 +227,8 @@ QString stem_of(const QString& file_name)
 
 QString Clean_fif_field(const QString& text)
 {
-    QString cleaned = Clean_file_name(text);
-    cleaned.removeIf([](QChar c) { return !kept_in_field(c, shared.fif_type); });
+    QString cleaned = text;
+    cleaned.removeIf([type = shared.fif_type](QChar c) { return is_forbidden(c) || !kept_in_field(c, type); });
     return cleaned;
 }
 

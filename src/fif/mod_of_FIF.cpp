@@ -8,8 +8,6 @@
 #include "mp3/genre_list.h"
 #include "platform/FileSystemObject.h"
 
-#include <QStringBuilder>
-
 #include <utility>
 
 namespace {
@@ -69,7 +67,7 @@ i16 Check_file_for_fif(const QString& file_name)
     if (parse_fif_stem(stem_of(file_name), into_results))
         return 1;
     // Always the current folder, on purpose, also for a file that lies in another one.
-    if (!id3().load_and_has_tag(shared.current_folder % file_name))
+    if (!id3().load_and_has_tag(shared.current_folder + file_name))
         return 0;
     std::optional<FifFields> fields = fif_fields_of(id3().tag());
     if (!fields)

@@ -19,8 +19,8 @@ enum ShowMode : i16
 /// tag is looked for under the current folder. Sets the three result strings, which mean nothing after a 0.
 i16 Check_file_for_fif(const QString& file_name);
 
-/// Artist, title and genre of a tag, up to their first NULs and otherwise as they stand, the genre in the spelling of
-/// names.
+/// Artist, title and genre of a tag, up to their first NULs, without trailing blanks and otherwise as they stand, the
+/// genre in the spelling of names.
 FifFields texts_of(const TagRecord& tag);
 
 /// The same of the tag that is loaded.

@@ -47,8 +47,8 @@ QString TagField::text() const
 
 QString TagField::shown_text() const
 {
-    const QByteArrayView bytes(bytes_.data(), width_);
-    return text_ || !bytes.contains('\0') ? text_box_text(text()) : text_before_nul(bytes);
+    return without_trailing_blanks(text_ ? text_box_text(*text_)
+                                         : text_before_nul(QByteArrayView(bytes_.data(), width_)));
 }
 
 QByteArray TagField::bytes() const

@@ -27,7 +27,7 @@ public:
     void set(const QString& text);
     /// The characters without trailing blanks; NUL characters stay.
     QString text() const;
-    /// What a text box keeps of that text: the characters before the first NUL.
+    /// What a text box keeps of them, the characters before the first NUL, without trailing blanks.
     QString shown_text() const;
     /// Exactly the field's width of bytes.
     QByteArray bytes() const;

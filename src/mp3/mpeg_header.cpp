@@ -55,7 +55,7 @@ QStringView emphasis_text(i32 index)
 
 QStringView yes_or_no(bool yes)
 {
-    return yes ? u"Yes" : u"No";
+    return yes ? QStringView(u"Yes") : QStringView(u"No");
 }
 
 /// The position, counted from 1, of the first MPEG-1 Layer III header; 0 when none begins in the first 5000 bytes.

@@ -124,7 +124,9 @@ void TestCodePage::reads_bytes_data()
 void TestCodePage::reads_bytes()
 {
     QFETCH(const QByteArray, bytes);
-    QTEST(text_from_code_page(bytes), "text");
+    QFETCH(const QString, text);
+    QCOMPARE(text_from_code_page(bytes), text);
+    QCOMPARE(text_before_nul(bytes), text.section(QChar(0), 0, 0));
 }
 
 void TestCodePage::reads_every_byte_of_1252()
