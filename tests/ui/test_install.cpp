@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QImage>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -15,6 +16,7 @@ namespace {
 
 const QString menu_entry = u"share/applications/example.quilmo.Quilmo.desktop"_s;
 const QString metadata = u"share/metainfo/example.quilmo.Quilmo.metainfo.xml"_s;
+const QString documents = u"share/doc/" QUILMO_PACKAGE u"/"_s;
 
 QString icon_path(int size)
 {
@@ -41,6 +43,7 @@ private Q_SLOTS:
     void an_icon_has_its_size();
     void the_metadata_and_manuals_tell_the_version();
     void the_metadata_name_the_menu_entry();
+    void the_guide_has_beside_it_what_it_shows_and_points_to();
 
 private:
     QByteArray content(const QString& path) const;
@@ -84,7 +87,9 @@ void TestInstall::each_file_is_installed_and_no_other()
         u"share/bash-completion/completions/quilmo-fif"_s,
         u"share/fish/vendor_completions.d/quilmo-fif.fish"_s,
         u"share/zsh/site-functions/_quilmo-fif"_s,
-        u"share/doc/" QUILMO_PACKAGE u"/copyright"_s,
+        documents + u"copyright"_s,
+        documents + u"guide.md"_s,
+        documents + u"safety.md"_s,
         u"share/icons/hicolor/scalable/apps/example.quilmo.Quilmo.svg"_s,
         u"share/man/man1/quilmo.1.gz"_s,
         u"share/man/man1/quilmo-fif.1.gz"_s,
@@ -93,6 +98,10 @@ void TestInstall::each_file_is_installed_and_no_other()
     };
     for (const int size : {16, 22, 24, 32, 48, 64, 128, 256, 512})
         expected.append(icon_path(size));
+    for (const QString& picture :
+         {u"auto-convert"_s, u"converted"_s, u"copy-folder"_s, u"edit-file"_s, u"fif-type"_s, u"final-list"_s,
+          u"genre-type"_s, u"main-window"_s, u"one-file"_s, u"player"_s, u"replace"_s, u"ticked-files"_s, u"trash"_s})
+        expected.append(u"%1pictures/%2.png"_s.arg(documents, picture));
     expected.sort();
 
     QStringList installed;
@@ -188,6 +197,22 @@ void TestInstall::the_metadata_name_the_menu_entry()
 {
     QVERIFY(content(metadata).contains("<launchable type=\"desktop-id\">example.quilmo.Quilmo.desktop</launchable>"));
     QVERIFY(!content(metadata).contains('@'));
+}
+
+void TestInstall::the_guide_has_beside_it_what_it_shows_and_points_to()
+{
+    static const QRegularExpression link(u"\\]\\(([^)#:]+)\\)"_s);
+    int pictures = 0;
+    for (const QString& page : {u"guide.md"_s, u"safety.md"_s}) {
+        QRegularExpressionMatchIterator links = link.globalMatch(QString::fromUtf8(content(documents + page)));
+        while (links.hasNext()) {
+            const QString target = links.next().captured(1);
+            QVERIFY2(!target.contains(u".."_s), qPrintable(target));
+            QVERIFY2(QFile::exists(prefix_.filePath(documents + target)), qPrintable(target));
+            pictures += target.endsWith(u".png"_s) ? 1 : 0;
+        }
+    }
+    QCOMPARE(pictures, 13);
 }
 
 QUILMO_UI_TEST(TestInstall)
