@@ -59,10 +59,10 @@ void TestCompanionRights::a_folder_whose_names_are_fixed_data()
     const QByteArray refused = "cannot   a.mp3 -> [Ann][Sea][Rock].mp3: cannot be renamed: Permission denied";
     QTest::newRow("names") << QByteArrayList{"convert"} << 1 << QByteArrayList{kept, refused};
     QTest::newRow("names and tags") << QByteArrayList{"convert", "--tags"} << 1
-                                    << QByteArrayList{"tag      [Bob][Sky].mp3: artist \"Old\" -> \"Bob\"", refused};
+                                    << QByteArrayList{R"(tag      [Bob][Sky].mp3: artist "Old" -> "Bob")", refused};
     QTest::newRow("tags alone") << QByteArrayList{"tag", "--year", "2001"} << 0
-                                << QByteArrayList{"tag      [Bob][Sky].mp3: year \"1999\" -> \"2001\"",
-                                                  "tag      a.mp3: year \"1999\" -> \"2001\""};
+                                << QByteArrayList{R"(tag      [Bob][Sky].mp3: year "1999" -> "2001")",
+                                                  R"(tag      a.mp3: year "1999" -> "2001")"};
 }
 
 void TestCompanionRights::a_folder_whose_names_are_fixed()
@@ -95,7 +95,7 @@ void TestCompanionRights::a_file_of_somebody_else_data()
                                                       "rename   a.mp3 -> Ann-Sea.mp3; no tag: cannot be written: "
                                                       "Permission denied"};
     QTest::newRow("tags") << QByteArrayList{"tag", "--year", "2001"} << 1
-                          << QByteArrayList{"tag      [Bob][Sky].mp3: year \"1999\" -> \"2001\"",
+                          << QByteArrayList{R"(tag      [Bob][Sky].mp3: year "1999" -> "2001")",
                                             "cannot   a.mp3: cannot be written: Permission denied"};
     QTest::newRow("a tag as it is") << QByteArrayList{"tag", "--year", "1999"} << 0
                                     << QByteArrayList{"keep     [Bob][Sky].mp3", "keep     a.mp3"};

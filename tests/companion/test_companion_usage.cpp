@@ -18,9 +18,11 @@ namespace {
 class BrokenStream
 {
 public:
-    BrokenStream(QByteArray bytes, int error) : bytes_(std::move(bytes)), error_(error)
+    BrokenStream(QByteArray bytes, int error)
+        : bytes_(std::move(bytes)),
+          error_(error),
+          stream_(fopencookie(this, "r", {.read = read, .write = nullptr, .seek = nullptr, .close = nullptr}))
     {
-        stream_ = fopencookie(this, "r", {.read = read, .write = nullptr, .seek = nullptr, .close = nullptr});
     }
     ~BrokenStream() { std::fclose(stream_); }
     BrokenStream(const BrokenStream&) = delete;
