@@ -145,6 +145,18 @@ bool stands(const QByteArray& native)
     return status_of(native).has_value() || errno != ENOENT;
 }
 
+/// Whether a file has its old name and its bytes from before, so that nothing is left to take back whatever its time
+/// is.
+bool is_back(const Sight& at_old, const Change& change)
+{
+    const std::optional<struct stat>& status = at_old.end.status;
+    if (!status || !S_ISREG(status->st_mode) || status->st_size != change.size)
+        return false;
+    if (change.block && at_old.end.block != change.block->before)
+        return false;
+    return !change.renames() || !stands(change.new_path());
+}
+
 /// Why a change is not taken back when neither of the two is its file.
 TakenBack refusal(const Change& change, const Sight& at_old, const Sight& at_new)
 {
@@ -248,7 +260,7 @@ TakenBack take_back(const Change& change, bool amid)
     const bool stays = at_old.is_it;
     const Sight at_new = stays || !change.renames() ? at_old : sight_of(change.new_path(), change, amid);
     if (!at_new.is_it)
-        return refusal(change, at_old, at_new);
+        return is_back(at_old, change) ? TakenBack() : refusal(change, at_old, at_new);
     if (!stays) {
         if (const Reason reason = rename_back(change))
             return {.reason = reason};

@@ -23,7 +23,7 @@ public:
     /// look at another name of the same file, and after by the next.
     LookAhead::Reach reach() const;
     /// Whether a file is the run's own journal, which lies among the music and is called like it.
-    bool is_journal(const Change& change) const { return journal_ && journal_->is_at(change.old_path()); }
+    bool is_journal(const Change& change) const { return journal_ && journal_->is_at(change.folder, change.old_name); }
     /// A file that gets what is decided.
     void take(const Decision& decision);
     /// A file that can't get what it should; `new_name` the name that it can't have, empty for none.

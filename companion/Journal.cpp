@@ -62,12 +62,11 @@ JournalWriter::~JournalWriter()
         unlink(path_.constData());
 }
 
-bool JournalWriter::is_at(const QByteArray& native) const
+bool JournalWriter::is_at(const QByteArray& folder, const QByteArray& name) const
 {
-    const auto name_of = [](const QByteArray& path) { return path.sliced(path.lastIndexOf('/') + 1); };
-    if (name_of(native) != name_of(path_)) // spares the look at almost all files
+    if (!path_.endsWith(name)) // spares the look at almost all files
         return false;
-    const std::optional<struct stat> there = status_through_links(native);
+    const std::optional<struct stat> there = status_through_links(folder + name);
     const std::optional<struct stat> own = status_of(file_);
     return there && own && is_same_file(*there, *own);
 }

@@ -34,8 +34,8 @@ public:
     JournalWriter& operator=(const JournalWriter&) = delete;
 
     const QByteArray& path() const { return path_; }
-    /// Whether it is what stands at a path.
-    bool is_at(const QByteArray& native) const;
+    /// Whether it is what stands in a folder, given with its slash, under a name.
+    bool is_at(const QByteArray& folder, const QByteArray& name) const;
     /// Raises JournalError.
     void add(const Change& change);
     /// Writes the line behind the changes and brings all to the disk, the folder's entry too. Raises JournalError.

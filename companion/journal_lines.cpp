@@ -65,7 +65,8 @@ bool read_block(const QByteArrayList& fields, Change::Block& block)
 {
     block.before = QByteArray::fromHex(fields[6]);
     block.after = QByteArray::fromHex(fields[7]);
-    Change::Mark& mark = block.mark.emplace();
+    block.mark = Change::Mark();
+    Change::Mark& mark = *block.mark;
     const QByteArrayList file = fields[10].split(':');
     return read_number(fields[8], block.mode, 8) && read_number(fields[9], mark.changed_after) && file.size() == 2 &&
            read_number(file[0], mark.device) && read_number(file[1], mark.number);
@@ -115,8 +116,10 @@ std::optional<Change> parse_journal_line(const QByteArray& line)
                   .old_name = unescaped(fields[4]),
                   .new_name = unescaped(fields[5]),
                   .block = std::nullopt};
+    if (fields[6] != "-")
+        change.block = Change::Block();
     const bool is_read = read_number(fields[0], change.size) && read_number(fields[1], change.changed) &&
-                         (fields[6] == "-" || read_block(fields, change.block.emplace()));
+                         (!change.block || read_block(fields, *change.block));
     return is_read && is_whole(change) ? std::optional(change) : std::nullopt;
 }
 

@@ -56,10 +56,10 @@ void Undo::take_all_back()
 void Undo::take_back(const Change& change, qint64 number, bool is_last_try)
 {
     const TakenBack result = ::take_back(change, amid_);
-    if (result.had_to || result.reason)
-        amid_ = false;
     if (result.may_yet && !is_last_try)
         return put_off_.push_back(number);
+    if (result.had_to || result.reason)
+        amid_ = false;
     if (result.reason) {
         ++refused_;
         output_.fail();

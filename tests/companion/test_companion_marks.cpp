@@ -126,6 +126,7 @@ void TestCompanionMarks::a_file_is_known_data()
     row("the artist put back by another program", "artist", "other", false, false, false);
     row("the artist put back by one that keeps times", "artist", "after", false, false, false);
     row("the title put back by one that keeps times", "title", "after", false, false, false);
+    row("taken back by hand, with its old name", "back", "other", false, true, false);
     row("killed before its time was given", "after", "other", true, true, false);
     row("killed in the middle of a write", "cut", "other", true, true, false);
     row("killed in the middle of an undo", "taken back", "other", true, true, false);
@@ -148,7 +149,7 @@ void TestCompanionMarks::a_file_is_known()
     convert(place);
     if (killed)
         forget_the_end(place);
-    const QByteArray path = place.path(new_name);
+    QByteArray path = place.path(new_name);
     const qint64 time_after = time_at(path);
     const QByteArray before = content().right(tag_bytes);
     const QByteArray after = place.read(new_name).right(tag_bytes);
@@ -159,6 +160,10 @@ void TestCompanionMarks::a_file_is_known()
     blocks["artist"] = after.first(33) + before.sliced(33, 30) + after.sliced(63);
     for (auto one = blocks.begin(); one != blocks.end(); ++one)
         QCOMPARE(blocks.keys(one.value()).size(), 1);
+    if (block == "back")
+        fs::rename(path.toStdString(), place.path(old_name).toStdString());
+    blocks["back"] = before;
+    path = place.path(block == "back" ? old_name : new_name);
     put(path, content().chopped(tag_bytes) + blocks[block]);
     if (time != "other")
         set_time(path, time == "after" ? time_after : time_before);
