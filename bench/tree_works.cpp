@@ -136,6 +136,6 @@ void walk_work(benchmark::State& state, int folders)
 
 std::vector<Work> tree_works()
 {
-    return {{.name = "expand", .work = expand_work, .floor = expand_floor, .sizes = {100, 300, 1000, 2000}},
+    return {{.name = "expand", .work = expand_work, .floor = expand_floor, .sizes = {100, 1000, 2000, 10000}},
             {.name = "walk", .work = walk_work, .floor = walk_floor, .sizes = {100, 1000, 10000, 100000}}};
 }
