@@ -18,6 +18,8 @@ namespace {
 
 constexpr int block_bytes = TagRecord::block_bytes;
 
+constexpr qint64 given_time_step = 2'000'000'000; ///< in nanoseconds
+
 Reason failure(const QByteArray& text)
 {
     return {.code = Reason::not_done, .detail = text};
@@ -27,10 +29,9 @@ Reason failure(const QByteArray& text)
 /// every file system keeps and no change by another program is likely to leave.
 qint64 time_to_give()
 {
-    constexpr qint64 two_seconds = 2'000'000'000;
     timespec now = {};
     clock_gettime(CLOCK_REALTIME, &now);
-    return (now.tv_sec / 2 + 1) * two_seconds;
+    return (now.tv_sec / 2 + 1) * given_time_step;
 }
 
 /// The state of a file that gets bytes, by which an undo knows it. Times are its owner's to give.
@@ -113,14 +114,16 @@ struct Sight
 };
 
 /// Whether a file with the bytes of the change and a time that the change did not give is its own all the same.
-bool is_it_in_spite_of_time(const FileEnd& end, const Change& change, bool amid)
+bool is_it_in_spite_of_time(const FileEnd& end, const Change& change, bool in_doubt)
 {
     const Change::Mark& mark = *change.block->mark;
     const bool is_written_without_time = !mark.changed_after && end.block != change.block->before;
-    return (amid || is_written_without_time) && is_same_file(*end.status, mark);
+    // A time as a run gives it is that of a later one.
+    const bool is_in_doubt = in_doubt && time_of(*end.status) % given_time_step != 0;
+    return (is_in_doubt || is_written_without_time) && is_same_file(*end.status, mark);
 }
 
-Sight sight_of(const QByteArray& native, const Change& change, bool amid)
+Sight sight_of(const QByteArray& native, const Change& change, bool in_doubt)
 {
     Sight sight;
     if (change.block)
@@ -135,7 +138,7 @@ Sight sight_of(const QByteArray& native, const Change& change, bool amid)
         sight.is_it = sight.is_sure = time == change.changed;
     } else if (is_its_block(sight.end.block, change)) {
         sight.is_sure = time == change.changed || time == change.block->mark->changed_after;
-        sight.is_it = sight.is_sure || is_it_in_spite_of_time(sight.end, change, amid);
+        sight.is_it = sight.is_sure || is_it_in_spite_of_time(sight.end, change, in_doubt);
     }
     return sight;
 }
@@ -165,24 +168,27 @@ TakenBack refusal(const Change& change, const Sight& at_old, const Sight& at_new
         return {.reason = {.code = Reason::gone}};
     const FileEnd& end = (is_at_new ? at_new : at_old).end;
     if (!end.status || (end.reason.code == Reason::unreadable && S_ISREG(end.status->st_mode)))
-        return {.reason = end.reason};
-    return {.reason = {.code = Reason::changed}, .may_yet = end.status->st_nlink > 1};
+        return {.reason = end.reason, .may_yet = true};
+    return {.reason = {.code = Reason::changed}, .may_yet = true};
 }
 
 /// Gives the file at its old name its bytes from before, and its time when nobody else has changed it: an undo of an
 /// earlier run knows it by that.
-Reason put_block_back(const Change& change, const Sight& sight)
+Made put_block_back(const Change& change, const Sight& sight, const std::function<void()>& writes_bytes)
 {
     const OpenEnd open = open_end(change.old_path());
     if (open.end.reason.code == Reason::unreadable)
-        return failure("its tag cannot be written: " + open.end.reason.detail);
+        return {.reason = failure("its tag cannot be written: " + open.end.reason.detail)};
     if (!is_same_state(*open.end.status, *sight.end.status) || open.end.block != sight.end.block)
-        return failure("its tag is left alone: it has changed meanwhile");
+        return {.reason = failure("its tag is left alone: it has changed meanwhile")};
     const QByteArray& before = change.block->before;
-    if (const int error = sight.end.block == before ? 0 : write_end(open, before); error != 0) {
-        if (write_end(open, sight.end.block) == 0)
-            set_time(open.file, time_of(*sight.end.status));
-        return failure("its tag cannot be written: " + error_text(error));
+    if (sight.end.block != before) {
+        writes_bytes();
+        if (const int error = write_end(open, before); error != 0) {
+            const bool is_as_found =
+                write_end(open, sight.end.block) == 0 && set_time(open.file, time_of(*sight.end.status)) == 0;
+            return {.reason = failure("its tag cannot be written: " + error_text(error)), .is_in_doubt = !is_as_found};
+        }
     }
     if (sight.is_sure)
         set_time(open.file, change.changed);
@@ -190,14 +196,14 @@ Reason put_block_back(const Change& change, const Sight& sight)
 }
 
 /// Gives the file at its old name its bytes and rights from before. Gives whether there was something to do.
-TakenBack take_block_back(const Change& change, const Sight& sight)
+TakenBack take_block_back(const Change& change, const Sight& sight, const std::function<void()>& writes_bytes)
 {
     const Change::Block& block = *change.block;
     const struct stat& status = *sight.end.status;
     TakenBack result;
     if (sight.end.block != block.before || (sight.is_sure && time_of(status) != change.changed)) {
-        result.reason = put_block_back(change, sight);
-        result.had_to = true;
+        const Made made = put_block_back(change, sight, writes_bytes);
+        result = {.had_to = true, .reason = made.reason, .is_in_doubt = made.is_in_doubt};
     }
     if (!result.reason && block.mode && (status.st_mode & ALLPERMS) == (*block.mode | S_IWUSR)) {
         if (uninterrupted([&] { return chmod(change.old_path().constData(), *block.mode); }) != 0)
@@ -254,18 +260,18 @@ Made perform(const Change& change)
     return made;
 }
 
-TakenBack take_back(const Change& change, bool amid)
+TakenBack take_back(const Change& change, bool in_doubt, const std::function<void()>& writes_bytes)
 {
-    const Sight at_old = sight_of(change.old_path(), change, amid);
+    const Sight at_old = sight_of(change.old_path(), change, in_doubt);
     const bool stays = at_old.is_it;
-    const Sight at_new = stays || !change.renames() ? at_old : sight_of(change.new_path(), change, amid);
+    const Sight at_new = stays || !change.renames() ? at_old : sight_of(change.new_path(), change, in_doubt);
     if (!at_new.is_it)
         return is_back(at_old, change) ? TakenBack() : refusal(change, at_old, at_new);
     if (!stays) {
         if (const Reason reason = rename_back(change))
             return {.reason = reason};
     }
-    TakenBack result = change.block ? take_block_back(change, at_new) : TakenBack();
+    TakenBack result = change.block ? take_block_back(change, at_new, writes_bytes) : TakenBack();
     if (result.reason && !stays)
         result.reason.detail.prepend("its name is back, but ");
     result.had_to = result.had_to || !stays;

@@ -9,6 +9,7 @@
 
 #include <sys/types.h>
 
+#include <functional>
 #include <optional>
 
 /// What a run does to one file: a new name in its folder, new bytes for its last 128, or both.
@@ -86,13 +87,15 @@ Made perform(const Change& change);
 /// How a change was taken back.
 struct TakenBack
 {
-    bool had_to = false;  ///< there was something to take back
-    Reason reason;        ///< why nothing was done, or not all
-    bool may_yet = false; ///< refused, but the file has another name, for which it may have been changed
+    bool had_to = false;      ///< there was something to take back
+    Reason reason;            ///< why nothing was done, or not all
+    bool is_in_doubt = false; ///< the file may be neither as it was nor as it is to be
+    bool may_yet = false; ///< refused for what stands there, which the change of another name of the file may have left
 };
 
 /// Takes a change back, whether it was done whole, in part or not at all: first the name, never replacing a file, then
 /// the bytes with the time of the file's last change. Refuses with nothing done what is not as the change found or left
 /// it, and where the old name is taken; when the disk fails in between, the reason tells what is back. A run may have
-/// been killed `amid` one change, before it could give the file its time.
-TakenBack take_back(const Change& change, bool amid);
+/// been killed amid the change, before it could give the file its time: then that is `in_doubt`. Calls `writes_bytes`
+/// before it does.
+TakenBack take_back(const Change& change, bool in_doubt, const std::function<void()>& writes_bytes);

@@ -109,11 +109,12 @@ void ChangeRun::note(const Change& change)
     ++noted_;
 }
 
-void ChangeRun::make(const Change& change)
+/// Gives whether its file is in doubt.
+bool ChangeRun::make(const Change& change)
 {
     const Made made = perform(change);
-    is_in_doubt_ = is_in_doubt_ || made.is_in_doubt;
     tell(change, made.reason, true);
+    return made.is_in_doubt;
 }
 
 void ChangeRun::tell(const Change& change, const Reason& reason, bool is_done)
@@ -150,14 +151,17 @@ void ChangeRun::make_noted()
     journal_->finish();
     const JournalReader journal(journal_->path());
     output_.remark("journal: " + shown(journal_->path()));
+    JournalDoubt doubt = journal_->doubt();
     qint64 number = 0;
     journal.each_forwards([&](Change change) {
         change.tagless = tagless_.value(number++);
-        make(change);
+        if (change.block)
+            doubt.note(number);
+        if (make(change))
+            doubt.keep();
         output_.step("changing");
     });
-    if (!is_in_doubt_)
-        journal_->mark_made();
+    doubt.note(0);
 }
 
 void ChangeRun::tell_sum()

@@ -35,7 +35,7 @@ private:
     void change(const Change& change);
     void keep(const QByteArray& shown_path);
     void note(const Change& change);
-    void make(const Change& change);
+    bool make(const Change& change);
     void make_noted();
     void tell(const Change& change, const Reason& reason, bool is_done);
     void tell_sum();
@@ -45,7 +45,6 @@ private:
     std::unique_ptr<JournalWriter> journal_;
     qint64 noted_ = 0;              ///< changes in the journal
     QHash<qint64, Reason> tagless_; ///< by their numbers there: the few that get no tag
-    bool is_in_doubt_ = false;      ///< some file of the journal may be neither as it was nor as it was to be
     qint64 changed_ = 0;
     qint64 kept_ = 0;
     qint64 failed_ = 0;

@@ -1,6 +1,5 @@
 #include "companion/Journal.h"
 
-#include "companion/journal_lines.h"
 #include "companion/read_end.h"
 #include "platform/uninterrupted.h"
 
@@ -25,6 +24,11 @@ JournalError damaged(const QByteArray& path)
     return {.path = path, .text = "damaged: it is not as the run wrote it"};
 }
 
+JournalError not_whole(const QByteArray& path)
+{
+    return {.path = path, .text = "not whole: the run that wrote it changed no file"};
+}
+
 void sync_folder_of(const QByteArray& path)
 {
     const qsizetype name_at = path.lastIndexOf('/') + 1;
@@ -34,6 +38,13 @@ void sync_folder_of(const QByteArray& path)
 }
 
 } // namespace
+
+void JournalDoubt::note(qint64 number) const
+{
+    const QByteArray line = journal_doubt(number);
+    uninterrupted(
+        [&] { return pwrite(file_.number(), line.constData(), static_cast<std::size_t>(line.size()), place_); });
+}
 
 JournalWriter::JournalWriter(const std::optional<QByteArray>& path) : path_(path ? *path : default_journal())
 {
@@ -82,17 +93,12 @@ void JournalWriter::add(const Change& change)
 void JournalWriter::finish()
 {
     append(journal_end(changes_, hash_.result()));
+    append(journal_doubt(0));
     flush();
     if (uninterrupted([&] { return fsync(file_.number()); }) != 0)
         throw error_of(path_, "the journal cannot be synced");
     sync_folder_of(path_);
     is_finished_ = true;
-}
-
-void JournalWriter::mark_made()
-{
-    const QByteArray line = journal_made();
-    uninterrupted([&] { return write(file_.number(), line.constData(), static_cast<std::size_t>(line.size())); });
 }
 
 void JournalWriter::append(const QByteArray& line)
@@ -111,6 +117,7 @@ void JournalWriter::flush()
         if (written <= 0)
             throw error_of(path_, "the journal cannot be written");
         bytes += written;
+        size_ += written;
     }
     waiting_.clear();
 }
@@ -135,24 +142,23 @@ JournalReader::JournalReader(const QByteArray& path) : path_(path)
 void JournalReader::check(qint64 size)
 {
     begin_ = journal_head().size();
-    if (const QByteArray head = read(0, std::min(begin_, size)); head != journal_head())
+    const QByteArray head = read(0, std::min(begin_, size));
+    if (head.size() < begin_ && journal_head().startsWith(head))
+        throw not_whole(path_);
+    if (head != journal_head())
         throw JournalError{.path = path_,
                            .text = head.startsWith(journal_family())
                                        ? "the journal of another version of quilmo-fif, which alone can undo it"
                                        : "no journal of quilmo-fif"};
+    size = read_doubts(size);
     const qint64 tail_at = std::max(begin_ - 1, size - journal_end_bytes);
-    QByteArray tail = read(tail_at, size - tail_at);
-    const auto last_line_at = [&] { return tail.chopped(1).lastIndexOf('\n') + 1; };
-    if (const QByteArray last = tail.sliced(last_line_at()); journal_made().startsWith(last)) {
-        tail.chop(last.size());
-        if (last == journal_made())
-            made_at_ = size - last.size();
-    }
-    const std::optional<JournalEnd> end = parse_journal_end(tail.sliced(last_line_at()));
-    end_ = tail_at + (end ? last_line_at() : tail.size());
+    const QByteArray tail = read(tail_at, size - tail_at);
+    const qsizetype last_line_at = tail.chopped(1).lastIndexOf('\n') + 1;
+    const std::optional<JournalEnd> end = parse_journal_end(tail.sliced(last_line_at));
+    end_ = end ? tail_at + last_line_at : size;
     if (!end) {
         each_forwards([](const Change&) {});
-        throw JournalError{.path = path_, .text = "not whole: the run that wrote it changed no file"};
+        throw not_whole(path_);
     }
     QCryptographicHash hash(QCryptographicHash::Sha1);
     for (qint64 place = 0; place < end_; place += chunk)
@@ -162,10 +168,25 @@ void JournalReader::check(qint64 size)
     changes_ = end->changes;
 }
 
-void JournalReader::unmark_made() const
+/// Reads the lines behind the end from the last; gives where they begin.
+qint64 JournalReader::read_doubts(qint64 size)
 {
-    if (made_at_)
-        uninterrupted([&] { return ftruncate(file_.number(), *made_at_); });
+    const qint64 tail_at = std::max(begin_ - 1, size - journal_doubt_bytes);
+    const QByteArray tail = read(tail_at, size - tail_at);
+    if (const QByteArray last = tail.sliced(tail.lastIndexOf('\n') + 1); is_cut_doubt(last))
+        size -= last.size();
+    doubt_at_ = size;
+    for (qint64 line_at = size - journal_doubt_bytes; line_at >= begin_; line_at -= journal_doubt_bytes) {
+        const std::optional<qint64> number = parse_journal_doubt(read(line_at, journal_doubt_bytes));
+        if (!number)
+            break;
+        if (*number != 0)
+            doubts_.insert(*number);
+        else if (line_at + journal_doubt_bytes == doubt_at_)
+            doubt_at_ = line_at;
+        size = line_at;
+    }
+    return size;
 }
 
 QByteArray JournalReader::read(qint64 offset, qint64 length) const

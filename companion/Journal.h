@@ -1,11 +1,13 @@
 #pragma once
 
 #include "companion/Change.h"
+#include "companion/journal_lines.h"
 
 #include "platform/file_operation/disk_entry.h"
 
 #include <QByteArray>
 #include <QCryptographicHash>
+#include <QSet>
 #include <QString>
 
 #include <functional>
@@ -19,6 +21,24 @@ struct JournalError
 {
     QByteArray path;
     QByteArray text;
+};
+
+/// Notes in the last line of a finished journal which change is being made or taken back: a program that is killed then
+/// may leave a part of it.
+class JournalDoubt
+{
+public:
+    /// `file` outlives it; the line stands at `place`.
+    JournalDoubt(const Descriptor& file, qint64 place) : file_(file), place_(place) {}
+
+    /// A change, counted from 1; 0 when there is none. Where it can't be written, an undo may refuse the file.
+    void note(qint64 number) const;
+    /// Keeps what was noted last: that change went wrong, and its file is in doubt.
+    void keep() { place_ += journal_doubt_bytes; }
+
+private:
+    const Descriptor& file_;
+    qint64 place_;
 };
 
 /// Writes a journal.
@@ -40,9 +60,8 @@ public:
     void add(const Change& change);
     /// Writes the line behind the changes and brings all to the disk, the folder's entry too. Raises JournalError.
     void finish();
-    /// Adds to a finished journal that the run went through all changes and left no file in doubt. Where that fails, an
-    /// undo takes the run for one that was killed.
-    void mark_made();
+    /// Of the finished journal.
+    JournalDoubt doubt() const { return {file_, size_ - journal_doubt_bytes}; }
 
 private:
     bool make_file();
@@ -54,6 +73,7 @@ private:
     QByteArray waiting_; ///< for being written
     QCryptographicHash hash_{QCryptographicHash::Sha1};
     qint64 changes_ = 0;
+    qint64 size_ = 0; ///< of what is written
     bool is_finished_ = false;
 };
 
@@ -68,24 +88,25 @@ public:
     explicit JournalReader(const QByteArray& path);
 
     qint64 changes() const { return changes_; }
-    /// Whether the run went through all changes, and no undo has begun.
-    bool is_made() const { return made_at_.has_value(); }
-    /// Takes away that it did, as an undo begins that may be killed in its turn.
-    void unmark_made() const;
+    /// Whether a change, counted from 1, may have left its file neither as it was nor as it was to be.
+    bool is_in_doubt(qint64 number) const { return doubts_.contains(number); }
+    JournalDoubt doubt() const { return {file_, doubt_at_}; }
     void each_forwards(const Visitor& visitor) const;
     void each_backwards(const Visitor& visitor) const;
 
 private:
     QByteArray read(qint64 offset, qint64 length) const;
     void check(qint64 size);
+    qint64 read_doubts(qint64 size);
     void visit(const QByteArray& line, const Visitor& visitor) const;
 
     QByteArray path_;
     Descriptor file_;
-    qint64 begin_ = 0;              ///< of the first change's line
-    qint64 end_ = 0;                ///< of the last one's
-    std::optional<qint64> made_at_; ///< where it says that the run went through all changes
+    qint64 begin_ = 0; ///< of the first change's line
+    qint64 end_ = 0;   ///< of the last one's
     qint64 changes_ = 0;
+    QSet<qint64> doubts_; ///< numbers of changes
+    qint64 doubt_at_ = 0; ///< where the next one is noted
 };
 
 /// Where a run puts its journal when nobody says where: a path named after the time, in the program's folder in the

@@ -40,7 +40,7 @@ void Output::path_failed(const QByteArray& path, const QByteArray& reason)
 void Output::remark(const QByteArray& text)
 {
     clear_progress();
-    std::fflush(streams_.out);
+    flush();
     std::fprintf(streams_.err, "quilmo-fif: %s\n", text.constData());
 }
 
@@ -62,6 +62,12 @@ void Output::step(const char* doing)
     std::fflush(streams_.err);
 }
 
+void Output::flush()
+{
+    if (std::fflush(streams_.out) != 0 && write_error_ == 0)
+        write_error_ = errno;
+}
+
 void Output::clear_progress()
 {
     if (progress_stands_)
@@ -72,8 +78,7 @@ void Output::clear_progress()
 int Output::finish()
 {
     clear_progress();
-    if (std::fflush(streams_.out) != 0 && write_error_ == 0)
-        write_error_ = errno;
+    flush();
     if (write_error_ != 0) {
         remark("standard output: " + error_text(write_error_));
         fail();

@@ -41,6 +41,7 @@ public:
     int finish();
 
 private:
+    void flush();
     void clear_progress();
 
     Streams streams_;

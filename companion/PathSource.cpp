@@ -23,15 +23,16 @@ std::optional<QByteArray> PathSource::read()
     const ssize_t length = getdelim(&bytes, &room, '\0', stream_);
     const int error = errno;
     const std::unique_ptr<char, decltype(&std::free)> owner(bytes, std::free);
-    // What comes before an error may be the beginning of a path, which means another file or folder.
+    // What comes before an error or without its NUL may be the beginning of a path, which means another file or folder.
     if (std::ferror(stream_) != 0 || (length < 0 && std::feof(stream_) == 0)) {
         error_ = error_text(error);
         return std::nullopt;
     }
     if (length < 0)
         return std::nullopt;
-    QByteArray path(bytes, length);
-    if (path.endsWith('\0'))
-        path.chop(1);
-    return path;
+    if (bytes[length - 1] != '\0') {
+        error_ = "it ends in the middle of a path";
+        return std::nullopt;
+    }
+    return QByteArray(bytes, length - 1);
 }

@@ -2,9 +2,13 @@
 
 #include <QByteArrayList>
 
+#include <algorithm>
 #include <charconv>
 
 namespace {
+
+const QByteArray doubt = "doubt\t";
+constexpr int doubt_digits = 19;
 
 QByteArray escaped(const QByteArray& name)
 {
@@ -138,7 +142,22 @@ std::optional<JournalEnd> parse_journal_end(const QByteArray& line)
     return end;
 }
 
-QByteArray journal_made()
+QByteArray journal_doubt(qint64 number)
 {
-    return "made\n";
+    return doubt + QByteArray::number(number).rightJustified(doubt_digits, '0') + '\n';
+}
+
+std::optional<qint64> parse_journal_doubt(const QByteArray& line)
+{
+    qint64 number = 0;
+    const bool is_one = line.size() == journal_doubt_bytes && line.startsWith(doubt) && line.endsWith('\n') &&
+                        read_number(line.sliced(doubt.size(), doubt_digits), number) && number >= 0;
+    return is_one ? std::optional(number) : std::nullopt;
+}
+
+bool is_cut_doubt(const QByteArray& bytes)
+{
+    return bytes.size() < journal_doubt_bytes && doubt.startsWith(bytes.first(std::min(bytes.size(), doubt.size()))) &&
+           std::all_of(bytes.begin() + std::min(bytes.size(), doubt.size()), bytes.end(),
+                       [](char byte) { return byte >= '0' && byte <= '9'; });
 }

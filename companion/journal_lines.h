@@ -14,7 +14,9 @@
 // is somebody else's; its device and its number there with a colon between, "-" where its bytes stay. Each byte of a
 // name that is no printable ASCII character, and each backslash, stands as \x and two hexadecimal digits. The next line
 // holds "end", the number of changes and the SHA-1 of all lines before it: here the journal is on the disk, and the
-// changes begin. "made" stands in the last line when the run went through all of them, until an undo begins.
+// changes begin. The lines behind it hold "doubt" and the number of a change, counted from 1, that may have
+// left its file neither as it was nor as it was to be: the last is written over with the change of bytes that is being
+// made or taken back, and then with 0, which means none.
 
 /// The first line.
 QByteArray journal_head();
@@ -42,5 +44,11 @@ QByteArray journal_end(qint64 changes, const QByteArray& hash);
 /// What that line says, given with its line end; nothing when it is another.
 std::optional<JournalEnd> parse_journal_end(const QByteArray& line);
 
-/// The last line of a run that went through all changes.
-QByteArray journal_made();
+/// A line that tells of a change that may have left its file in doubt; all have the same length.
+QByteArray journal_doubt(qint64 number);
+constexpr qint64 journal_doubt_bytes = 26;
+
+/// The number that it tells, given with its line end; nothing when it is another line.
+std::optional<qint64> parse_journal_doubt(const QByteArray& line);
+/// Whether bytes are the beginning of such a line that was cut off.
+bool is_cut_doubt(const QByteArray& bytes);

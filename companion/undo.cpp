@@ -14,52 +14,56 @@ constexpr int status_cells = 8;
 class Undo
 {
 public:
-    Undo(const JournalReader& journal, Output& output) : journal_(journal), output_(output), amid_(!journal.is_made())
-    {
-    }
+    Undo(const JournalReader& journal, Output& output) : journal_(journal), output_(output), doubt_(journal.doubt()) {}
 
     void take_all_back();
     void tell_sum();
 
 private:
+    void try_again();
     void take_back(const Change& change, qint64 number, bool is_last_try);
     void tell(const Change& change, const TakenBack& result);
 
     const JournalReader& journal_;
     Output& output_;
-    bool amid_;                   ///< the run may have been killed amid the next change that was begun
+    JournalDoubt doubt_;
     std::vector<qint64> put_off_; ///< numbers of changes, from the end, that may yet be taken back
     qint64 undone_ = 0;
     qint64 kept_ = 0;
     qint64 refused_ = 0;
 };
 
-/// From the end to the beginning. What stands in the way of a change whose file has several names may be a change by
-/// another of them, which comes before it.
+/// From the end to the beginning. What stands in the way of a change may be that of another name of its file, which
+/// comes before it.
 void Undo::take_all_back()
 {
     qint64 number = journal_.changes();
-    journal_.each_backwards([&](const Change& change) { take_back(change, --number, false); });
-    if (put_off_.empty())
-        return;
-    number = journal_.changes();
+    journal_.each_backwards([&](const Change& change) { take_back(change, number--, false); });
+    if (!put_off_.empty())
+        try_again();
+    doubt_.note(0);
+}
+
+void Undo::try_again()
+{
+    qint64 number = journal_.changes();
     auto next = put_off_.begin();
     journal_.each_backwards([&](const Change& change) {
+        if (next != put_off_.end() && number == *next) {
+            take_back(change, number, true);
+            ++next;
+        }
         --number;
-        if (next == put_off_.end() || number != *next)
-            return;
-        take_back(change, number, true);
-        ++next;
     });
 }
 
 void Undo::take_back(const Change& change, qint64 number, bool is_last_try)
 {
-    const TakenBack result = ::take_back(change, amid_);
+    const TakenBack result = ::take_back(change, journal_.is_in_doubt(number), [&] { doubt_.note(number); });
+    if (result.is_in_doubt)
+        doubt_.keep();
     if (result.may_yet && !is_last_try)
         return put_off_.push_back(number);
-    if (result.had_to || result.reason)
-        amid_ = false;
     if (result.reason) {
         ++refused_;
         output_.fail();
@@ -103,7 +107,6 @@ void run_undo(const QByteArray& journal, Output& output)
 {
     const JournalReader reader(journal);
     Undo undo(reader, output);
-    reader.unmark_made();
     undo.take_all_back();
     undo.tell_sum();
 }

@@ -254,6 +254,7 @@ QString FIF_Auto_Convert::convert_file_in_player(const QString& name)
 {
     const bool was_playing = shared.is_playing == 1;
     transport_.release();
+    // The release may take its time, so the file is looked at once more.
     QString new_name = rename_to_freeview(shared.current_folder, name, 1);
     const QString name_now = new_name.isEmpty() ? name : new_name;
     shared.selected_mp3_path = shared.current_folder + name_now;

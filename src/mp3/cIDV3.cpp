@@ -3,6 +3,7 @@
 #include "core/mod_of_grobal_var.h"
 #include "platform/BinaryFile.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -30,10 +31,10 @@ std::optional<TagBlock> last_block(const BinaryFile& file)
     return block;
 }
 
-/// As much of the beginning of `file` as `room` takes.
-std::span<const char> read_start(const BinaryFile& file, std::span<char> room)
+/// Reads as much of `file` from `place` on as `room` takes; gives how many bytes came.
+std::size_t read_from(const BinaryFile& file, std::size_t place, std::span<char> room)
 {
-    return room.first(static_cast<std::size_t>(file.read_at(0, room)));
+    return static_cast<std::size_t>(file.read_at(static_cast<qint64>(place), room));
 }
 
 } // namespace
@@ -97,12 +98,15 @@ bool cIDV3::load_file(const BinaryFile& file)
         tag_.read(*block);
     // Mostly the first frame stands at the very beginning.
     std::array<char, 512> beginning{};
-    const std::span<const char> start = read_start(file, beginning);
-    if (start.size() < beginning.size() || is_enough_to_analyse(start)) {
+    const std::size_t read = read_from(file, 0, beginning);
+    const std::span<const char> start = std::span(beginning).first(read);
+    if (read < beginning.size() || is_enough_to_analyse(start)) {
         analyse_header(start, file.length(), header_);
     } else {
         std::array<char, analysed_bytes> whole{};
-        analyse_header(read_start(file, whole), file.length(), header_);
+        std::ranges::copy(beginning, whole.begin());
+        const std::size_t more = read_from(file, read, std::span(whole).subspan(read));
+        analyse_header(std::span(whole).first(read + more), file.length(), header_);
     }
     return tagged;
 }

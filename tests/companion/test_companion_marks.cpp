@@ -75,12 +75,14 @@ void convert(const MusicPlace& place)
     QCOMPARE(run_fif(applied({"convert", "--type", "4", "--tags"}, place)).status, 0);
 }
 
-/// Makes the journal that of a run that was killed.
-void forget_the_end(const MusicPlace& place)
+const QByteArray none_in_doubt = "\ndoubt\t0000000000000000000\n";
+
+/// Makes the journal that of a run that was killed amid a change, counted from 1.
+void leave_in_doubt(const MusicPlace& place, int number)
 {
     const QByteArray journal = text_of(place.journal());
-    QVERIFY(journal.endsWith("made\n"));
-    QVERIFY(truncate(place.journal().constData(), journal.size() - 5) == 0);
+    QVERIFY(journal.endsWith(none_in_doubt));
+    put(place.journal(), journal.chopped(2) + QByteArray::number(number) + '\n');
 }
 
 } // namespace
@@ -98,7 +100,9 @@ private Q_SLOTS:
     void the_time_that_is_given_is_a_whole_even_second();
     void a_run_without_journal_gives_no_time();
     void the_run_was_killed_amid_one_file_only();
-    void that_a_run_went_through_is_forgotten_by_the_undo();
+    void a_later_run_is_not_the_one_that_was_killed();
+    void what_an_undo_refuses_stays_refused();
+    void the_lines_of_what_is_in_doubt_may_be_many_or_cut_off();
     void a_file_of_somebody_else_has_no_time_to_know_it_by();
     void names_of_one_file_come_back_in_one_run_data();
     void names_of_one_file_come_back_in_one_run();
@@ -148,7 +152,7 @@ void TestCompanionMarks::a_file_is_known()
     set_time(place.path(old_name), time_before);
     convert(place);
     if (killed)
-        forget_the_end(place);
+        leave_in_doubt(place, 1);
     QByteArray path = place.path(new_name);
     const qint64 time_after = time_at(path);
     const QByteArray before = content().right(tag_bytes);
@@ -202,7 +206,7 @@ void TestCompanionMarks::another_file_in_its_place_is_refused()
     place.write(old_name, content());
     convert(place);
     if (killed)
-        forget_the_end(place);
+        leave_in_doubt(place, 1);
     const QByteArray tag = (what == "old" ? content() : place.read(new_name)).right(tag_bytes);
     const QByteArray other = QByteArray(content().size() - tag_bytes, 'y') + tag;
     if (what == "sound") {
@@ -255,7 +259,7 @@ void TestCompanionMarks::the_run_was_killed_amid_one_file_only()
     for (const QByteArray& name : names)
         place.write(name, content());
     convert(place);
-    forget_the_end(place);
+    leave_in_doubt(place, 2);
     // The third was not begun, the second not given its time, and the first changed by another program.
     fs::rename(place.path("(A)(3).mp3").toStdString(), place.path("[A][3].mp3").toStdString());
     const auto time = time_at(place.path("(A)(2).mp3"));
@@ -271,21 +275,52 @@ void TestCompanionMarks::the_run_was_killed_amid_one_file_only()
                         "cannot  " + place.path("(A)(1).mp3") + " -> [A][1].mp3: has changed since"}));
 }
 
-void TestCompanionMarks::that_a_run_went_through_is_forgotten_by_the_undo()
+void TestCompanionMarks::a_later_run_is_not_the_one_that_was_killed()
 {
     const MusicPlace place;
     place.write(old_name, content());
     convert(place);
-    QVERIFY(text_of(place.journal()).endsWith("\nmade\n"));
-    QCOMPARE(undo(place).status, 0);
-    QVERIFY(!text_of(place.journal()).contains("made"));
-    // The mark may be cut off, too.
-    put(place.journal(), text_of(place.journal()) + "mad");
-    QCOMPARE(undo(place).status, 0);
-    // It is no matter when it can't be taken away.
-    put(place.journal(), text_of(place.journal()) + "e\n");
-    chmod(place.journal().constData(), 0400);
-    QCOMPARE(undo(place).status, 0);
+    leave_in_doubt(place, 1);
+    // The same tag, with the time that a run gives.
+    set_time(place.path(new_name), time_at(place.path(new_name)) + 2'000'000'000);
+    QCOMPARE(undo(place).status, 1);
+    QVERIFY(place.exists(new_name));
+}
+
+void TestCompanionMarks::what_an_undo_refuses_stays_refused()
+{
+    const MusicPlace place;
+    const QByteArrayList names{"[A][1].mp3", "[A][2].mp3", "[A][3].mp3"};
+    for (const QByteArray& name : names)
+        place.write(name, content());
+    convert(place);
+    for (const char* const name : {"(A)(2).mp3", "(A)(3).mp3"})
+        set_time(place.path(name), time_at(place.path(name)) + 1);
+    const QByteArray journal = text_of(place.journal());
+    for ([[maybe_unused]] const int run : {1, 2, 3}) {
+        const Told told = undo(place);
+        QCOMPARE(told.status, 1);
+        QCOMPARE(told.out.count(": has changed since"), 2);
+        QCOMPARE(place.content().keys(), (QByteArrayList{"(A)(2).mp3", "(A)(3).mp3", "[A][1].mp3"}));
+        QCOMPARE(text_of(place.journal()), journal);
+    }
+}
+
+void TestCompanionMarks::the_lines_of_what_is_in_doubt_may_be_many_or_cut_off()
+{
+    const MusicPlace place;
+    const QByteArrayList names{"[A][1].mp3", "[A][2].mp3", "[A][3].mp3"};
+    for (const QByteArray& name : names)
+        place.write(name, content());
+    convert(place);
+    for (const char* const name : {"(A)(1).mp3", "(A)(2).mp3", "(A)(3).mp3"})
+        set_time(place.path(name), time_at(place.path(name)) + 1);
+    leave_in_doubt(place, 1);
+    put(place.journal(), text_of(place.journal()) + "doubt\t0000000000000000003\ndoubt\t00");
+    QCOMPARE(undo(place).status, 1);
+    QCOMPARE(place.content().keys(), (QByteArrayList{"(A)(2).mp3", "[A][1].mp3", "[A][3].mp3"}));
+    put(place.journal(), text_of(place.journal()) + "x");
+    QVERIFY(undo(place).err.contains("damaged"));
 }
 
 void TestCompanionMarks::a_file_of_somebody_else_has_no_time_to_know_it_by()

@@ -183,9 +183,9 @@ void TestCompanionUsage::paths_come_from_standard_input()
     const MusicPlace place;
     place.write("a\nb.mp3", song("Ann", "Sea"));
     place.write("sub/c.mp3", song("Bob", "Sky"));
-    const QByteArray input = place.path("a\nb.mp3") + '\0' + '\0' + place.path("sub");
+    const QByteArray input = place.path("a\nb.mp3") + '\0' + '\0' + place.path("sub") + '\0';
     QCOMPARE(run_fif({"check", "--from-stdin"}, input).lines().size(), 2);
-    QCOMPARE(run_fif({"convert", "-0", "--apply", "--no-journal"}, input + '\0').status, 0);
+    QCOMPARE(run_fif({"convert", "-0", "--apply", "--no-journal"}, input).status, 0);
     QCOMPARE(place.content().keys(), (QByteArrayList{"[Ann][Sea][Rock].mp3", "sub/[Bob][Sky][Rock].mp3"}));
     const Told nothing = run_fif({"check", "-0"}, {});
     QCOMPARE(nothing.status, 0);
@@ -228,6 +228,12 @@ void TestCompanionUsage::a_standard_input_that_breaks_off_is_told()
     QCOMPARE(objects.size(), 1);
     QCOMPARE(objects[0]["path"_L1].toString(), u"standard input"_s);
     QCOMPARE(objects[0]["reason"_L1].toString(), u"unreadable"_s);
+
+    const Told cut = run_fif(words + QByteArrayList{"-0"}, place.path("sub"));
+    QCOMPARE(cut.status, 1);
+    QCOMPARE(cut.err.left(cut.err.indexOf('\n')),
+             QByteArray("quilmo-fif: standard input: it ends in the middle of a path"));
+    QVERIFY(place.exists("sub/b.mp3"));
 }
 
 void TestCompanionUsage::progress_stands_until_something_else_is_told()
