@@ -11,6 +11,7 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <iterator>
 
@@ -95,6 +96,7 @@ private Q_SLOTS:
     void a_failed_transfer_leaves_file_number_1_open_data();
     void a_failed_transfer_leaves_file_number_1_open();
     void a_disk_gone_in_the_middle_of_a_tag_spoils_nothing_else();
+    void a_frame_that_was_read_counts_when_what_is_behind_it_cannot_be_read();
 
 private:
     struct Outcome
@@ -225,6 +227,24 @@ void TestFaultsTag::a_disk_gone_in_the_middle_of_a_tag_spoils_nothing_else()
         }
     }
     QCOMPARE(mixed_after, QByteArrayList{"pwrite"});
+}
+
+/// The frame stands in the first bytes that are read, and the number that is looked for behind it does not.
+void TestFaultsTag::a_frame_that_was_read_counts_when_what_is_behind_it_cannot_be_read()
+{
+    const TestDisk disk;
+    QByteArray content(6000, 'x');
+    content.replace(491, 4, QByteArray::fromHex("fffb9064"));
+    disk.write(path, content);
+    constexpr DiskFault denied{.name = "denied", .error = EIO};
+    int reads = 0;
+    for (int nth = 1; reads < 3; ++nth) {
+        shared.file_number_1_open = 0;
+        const QByteArray call = with_fault({disk.root()}, nth, denied, [] { id3().load_and_has_tag(path); });
+        QVERIFY2(!call.isEmpty(), "tag, first bytes and what is behind them are read");
+        reads += call.startsWith("pread") ? 1 : 0;
+    }
+    QCOMPARE(int{id3().Kbits()}, 128);
 }
 
 QUILMO_LOGIC_TEST(TestFaultsTag)
