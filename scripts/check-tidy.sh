@@ -18,5 +18,5 @@ export -f check_file
 if (($#)); then
     printf '%s\0' "$@"
 else
-    find src companion samples tests bench tour packaging -name '*.cpp' -print0
+    find src companion assets samples tests bench tour -name '*.cpp' -print0
 fi | xargs -0 -n 1 -P "$(nproc)" bash -c 'check_file "$1"' check-tidy

@@ -22,6 +22,7 @@ int main(int argc, char** argv)
 
     std::unique_ptr<QuilmoMain> main_form;
     auto* splash = new Splash_Dlg([&main_form] {
+        apply_icon();
         main_form = std::make_unique<QuilmoMain>();
         main_form->show();
     });

@@ -75,6 +75,7 @@ int main(int argc, char** argv)
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     apply_look();
+    apply_icon();
     install_message_window(application_title());
 
     const QDir folder(QFile::decodeName(argv[1]));

@@ -4,6 +4,7 @@
 
 #include <QGuiApplication>
 #include <QPainter>
+#include <QResource>
 #include <QScreen>
 
 using namespace Qt::StringLiterals;
@@ -50,5 +51,16 @@ void Splash_Dlg::tick()
 
 Picture splash_picture()
 {
-    return svg_picture(u":/splash.svg"_s, splash_size);
+    const Picture drawing = svg_picture(u":/splash.svg"_s, splash_size);
+    return {splash_size, [drawing](QPainter& painter, const QRectF& rect) {
+                const QSize size = (rect.size() * painter.device()->devicePixelRatioF()).toSize();
+                const QResource ready(u":/splash_%1x%2.pixels"_s.arg(size.width()).arg(size.height()));
+                if (!ready.isValid()) {
+                    drawing.draw(painter, rect);
+                    return;
+                }
+                const QByteArray pixels = ready.uncompressedData();
+                painter.drawImage(rect, QImage(reinterpret_cast<const uchar*>(pixels.constData()), size.width(),
+                                               size.height(), QImage::Format_RGB32));
+            }};
 }

@@ -217,7 +217,11 @@ void apply_look()
     QApplication::setPalette(program_palette());
     QToolTip::setPalette(program_palette());
     QApplication::setFont(form_font());
-    QApplication::setWindowIcon(icon_of(program_icon()));
     // By this name desktops find the entry of the menu, and its icon, that belong to a window.
     QApplication::setDesktopFileName(u"example.quilmo.Quilmo"_s);
+}
+
+void apply_icon()
+{
+    QApplication::setWindowIcon(icon_of(program_icon()));
 }
