@@ -55,7 +55,6 @@ FIF_convert::FIF_convert(Transport& transport, Surroundings surroundings, QWidge
     shared.impossible_sort_toggles = {};
     // The third toggle of Possible_ListView keeps its value, on purpose: it outlives the dialog.
     shared.possible_sort_toggles[0] = shared.possible_sort_toggles[1] = 0;
-    show_final_total_in_dialog();
 }
 
 void FIF_convert::create_group(Group& group, const GroupNames& names)
@@ -181,7 +180,6 @@ void FIF_convert::Change_FIF_Click()
     batch_.Change_FIF([&work] { work.step(); });
     Fill_list();
     surroundings_.refresh_all();
-    show_final_total_in_dialog();
 }
 
 void FIF_convert::edit_selected(const ListView& list)
@@ -210,6 +208,7 @@ void FIF_convert::Fill_list()
             add_record(record);
     }
     display_selected_file_info();
+    show_final_total_in_dialog();
 }
 
 void FIF_convert::add_record(FinalListEntry& record)

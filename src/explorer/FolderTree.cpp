@@ -148,8 +148,10 @@ void FolderTree::add_missing_folders(TreeNode* node, const QString& path, const 
     for (const auto& child : node->children())
         present.insert(child->Text());
     for (const QString& name : names) {
-        if (!present.contains(name))
-            tree_.Add(node, path + name, name, folder_image);
+        if (present.contains(name))
+            continue;
+        tree_.Add(node, path + name, name, folder_image);
+        present.insert(name); // the disk may tell it twice
     }
 }
 

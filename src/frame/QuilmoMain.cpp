@@ -312,7 +312,7 @@ void QuilmoMain::show_final_list()
 {
     final_list_dialog_ =
         std::make_unique<FIF_convert>(playback_,
-                                      FIF_convert::Surroundings{.refresh_all = [this] { tree_.refresh_all(); },
+                                      FIF_convert::Surroundings{.refresh_all = [this] { refresh_behind_final_list(); },
                                                                 .small_icons = controls_.ImageList_listView},
                                       this);
     connect(final_list_dialog_.get(), &FIF_convert::edit_wanted, this, guarded([this] { show_single_edit(); }));
@@ -322,12 +322,19 @@ void QuilmoMain::show_final_list()
     picks_.show_final_total();
 }
 
+/// The panes, and the total of a final list that has just dropped what has vanished.
+void QuilmoMain::refresh_behind_final_list()
+{
+    tree_.refresh_all();
+    picks_.show_final_total();
+}
+
 void QuilmoMain::show_single_edit()
 {
-    Chang_FIF edit(
-        playback_,
-        {.refresh_all = [this] { tree_.refresh_all(); }, .Fill_list = [this] { final_list_dialog_->Fill_list(); }},
-        final_list_dialog_.get());
+    Chang_FIF edit(playback_,
+                   {.refresh_all = [this] { refresh_behind_final_list(); },
+                    .Fill_list = [this] { final_list_dialog_->Fill_list(); }},
+                   final_list_dialog_.get());
     edit.exec();
 }
 

@@ -59,6 +59,7 @@ private:
     void set_list_view(ListView::ViewMode mode);
     void set_form_size(int width, int height);
     void show_final_list();
+    void refresh_behind_final_list();
     void show_single_edit();
     void show_destination_choice();
     void show_auto_convert();

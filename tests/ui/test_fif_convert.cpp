@@ -163,6 +163,7 @@ void TestFifConvert::a_vanished_file_is_dropped()
     QCOMPARE(names_in(group("FIF_ListView")), QStringList{u"[A][C].mp3"_s});
     QCOMPARE(shared.final_list_count, 1);
     QCOMPARE(shared.final_list_bytes, static_cast<i32>(tagged("A", "C").size()));
+    QCOMPARE(dialog_->findChild<StatusBar*>(u"StatusBar1"_s)->panel_text(2), u"1 files/0MB"_s);
 }
 
 void TestFifConvert::a_tick_taken_off_keeps_the_file()

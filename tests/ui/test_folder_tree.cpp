@@ -56,6 +56,7 @@ private Q_SLOTS:
     void a_drive_keeps_its_picture();
     void a_click_on_the_root_leaves_half_of_the_state();
     void a_second_click_reloads_nothing();
+    void a_second_click_closes_what_was_open_before();
     void capitals_of_the_root_key_in_a_path_count_as_the_root_data();
     void capitals_of_the_root_key_in_a_path_count_as_the_root();
     void a_stale_index_beyond_the_nodes_ends_the_click();
@@ -306,6 +307,19 @@ void TestFolderTree::a_second_click_reloads_nothing()
     QCOMPARE(shared.focus_pane, pane_tree);
     panes_->click_folder(u"C:\\Music"_s);
     QCOMPARE(node(u"C:\\Music"_s)->Image(), u"OPENFOLDER"_s);
+}
+
+void TestFolderTree::a_second_click_closes_what_was_open_before()
+{
+    panes_->disk.make_folder(u"C:\\A"_s);
+    panes_->disk.make_folder(u"C:\\B"_s);
+    start();
+    panes_->click_folder(u"C:\\A"_s);
+    panes_->tree_view.set_Image(node(u"C:\\B"_s), u"OPENFOLDER"_s);
+    shared.last_open_node_index = static_cast<i16>(panes_->tree_view.Index(node(u"C:\\B"_s)));
+    panes_->click_folder(u"C:\\A"_s);
+    QCOMPARE(node(u"C:\\B"_s)->Image(), u"FOLDER"_s);
+    QCOMPARE(node(u"C:\\A"_s)->Image(), u"OPENFOLDER"_s);
 }
 
 void TestFolderTree::capitals_of_the_root_key_in_a_path_count_as_the_root_data()

@@ -1,3 +1,4 @@
+#include "Driver.h"
 #include "core/mod_of_grobal_var.h"
 #include "explorer/File_copy_Dlg.h"
 #include "frame/QuilmoMain.h"
@@ -12,6 +13,7 @@
 #include "test_main.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QDrag>
 #include <QDragEnterEvent>
 #include <QFile>
@@ -89,7 +91,9 @@ private Q_SLOTS:
     void buttons_and_entries_pick();
     void buttons_and_entries_pick_data();
     void final_list_dialog_opens_and_goes();
+    void the_total_follows_while_the_final_list_is_open();
     void final_list_is_copied_into_a_chosen_folder();
+    void a_file_behind_an_unticked_one_is_left_out_of_the_copy();
     void burning_starts_from_button_and_entries_data();
     void burning_starts_from_button_and_entries();
     void rows_are_dragged_onto_the_tree();
@@ -114,6 +118,7 @@ private:
     }
     QAction& entry(const QString& name) const { return control<QAction>(name); }
     void show_music_folder();
+    QStringList copy_final_list_into(const QString& folder);
     void press(Qt::Key key) const { QTest::keyClick(QApplication::focusWidget(), key); }
 
     std::unique_ptr<TestDisk> disk_;
@@ -655,12 +660,30 @@ void TestQuilmoMain::final_list_dialog_opens_and_goes()
     QCOMPARE(control<StatusBar>(u"StatusBar1"_s).panel_text(3), u"2 files/0MB"_s);
 }
 
-void TestQuilmoMain::final_list_is_copied_into_a_chosen_folder()
+void TestQuilmoMain::the_total_follows_while_the_final_list_is_open()
 {
     show_music_folder();
-    disk_->make_folder(u"C:\\Disc"_s);
     entry(u"menu_Tool_Select_all"_s).trigger();
-    bool is_copied = false;
+    const auto total = [this] { return control<StatusBar>(u"StatusBar1"_s).panel_text(3); };
+    QString before;
+    QString after;
+    QTimer::singleShot(0, this, [&] {
+        auto* dialog = window_->findChild<FIF_convert*>(u"FIF_convert"_s);
+        QFile::remove(QFile::decodeName(disk_->native(u"C:\\Music\\two.mp3"_s)));
+        before = total();
+        QTest::mouseClick(dialog->findChild<UsrButton*>(u"Change_FIF"_s), Qt::LeftButton);
+        after = total();
+        dialog->close();
+    });
+    QTest::mouseClick(&control<UsrButton>(u"Change_all"_s), Qt::LeftButton);
+    QCOMPARE(before, u"3 files/0MB"_s);
+    QCOMPARE(after, u"2 files/0MB"_s);
+}
+
+/// Copies the final list by the dialogs; gives the names that are in the folder then.
+QStringList TestQuilmoMain::copy_final_list_into(const QString& folder)
+{
+    QStringList copied;
     QTimer::singleShot(0, this, [&] {
         QTimer::singleShot(0, this, [&] {
             auto* dialog = window_->findChild<File_copy_Dlg*>(u"File_copy_Dlg"_s);
@@ -668,18 +691,38 @@ void TestQuilmoMain::final_list_is_copied_into_a_chosen_folder()
             QVERIFY(dialog->isModal());
             auto* folders = dialog->findChild<TreeView*>(u"FileCopyTreeView"_s);
             QVERIFY(!folders->Item(1)->children().empty());
-            folders->set_Selected(folders->Item(u"C:\\Disc"_s));
+            folders->set_Selected(folders->Item(folder));
             Q_EMIT folders->NodeClick(folders->SelectedItem());
             QTest::mouseClick(dialog->findChild<UsrButton*>(u"cmd_ok"_s), Qt::LeftButton);
-            is_copied = disk_->exists(u"C:\\Disc\\three.mp3"_s);
+            copied = QDir(QFile::decodeName(disk_->native(folder))).entryList(QDir::Files, QDir::Name);
         });
         auto* dialog = window_->findChild<FIF_convert*>(u"FIF_convert"_s);
         QTest::mouseClick(dialog->findChild<UsrButton*>(u"cmd_transfer"_s), Qt::LeftButton);
         dialog->close();
     });
     QTest::mouseClick(&control<UsrButton>(u"Change_all"_s), Qt::LeftButton);
-    QVERIFY(is_copied);
+    return copied;
+}
+
+void TestQuilmoMain::final_list_is_copied_into_a_chosen_folder()
+{
+    show_music_folder();
+    disk_->make_folder(u"C:\\Disc"_s);
+    entry(u"menu_Tool_Select_all"_s).trigger();
+    QCOMPARE(copy_final_list_into(u"C:\\Disc"_s), (QStringList{u"[Band][One].mp3"_s, u"three.mp3"_s, u"two.mp3"_s}));
     QVERIFY(disk_->exists(u"C:\\Music\\three.mp3"_s));
+}
+
+void TestQuilmoMain::a_file_behind_an_unticked_one_is_left_out_of_the_copy()
+{
+    show_music_folder();
+    disk_->make_folder(u"C:\\Disc"_s);
+    entry(u"menu_Tool_Select_all"_s).trigger();
+    auto& list = control<ListView>(u"lvListView"_s);
+    Driver(*window_).click_check_box(list, 1);
+    const QString second = list.Item(2).Text;
+    QCOMPARE(copy_final_list_into(u"C:\\Disc"_s), QStringList{second});
+    QCOMPARE(control<StatusBar>(u"StatusBar1"_s).panel_text(3), u"2 files/0MB"_s);
 }
 
 void TestQuilmoMain::burning_starts_from_button_and_entries_data()

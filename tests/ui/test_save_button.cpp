@@ -127,6 +127,7 @@ private Q_SLOTS:
     void a_shape_without_genre_still_tags_it_data();
     void a_shape_without_genre_still_tags_it();
     void a_genre_from_the_list_is_used_as_it_stands();
+    void a_picked_genre_is_not_cleaned();
     void a_genre_in_the_other_control_fills_in();
     void a_genre_that_no_list_holds_keeps_the_byte();
     void a_file_without_a_tag_keeps_its_length();
@@ -501,6 +502,17 @@ void TestSaveButton::a_genre_from_the_list_is_used_as_it_stands()
     window_->save_as(u"Ann"_s, u"Sea"_s);
     QCOMPARE(tag(u"[Ann][Sea][Hip_Hop].mp3"_s), (TagTexts{"Ann", "Sea", 7}));
     QCOMPARE(window_->controls.txtGenre->Text(), u"Hip_Hop"_s);
+}
+
+void TestSaveButton::a_picked_genre_is_not_cleaned()
+{
+    write(u"a.mp3"_s, tagged("Old", "Older"));
+    shared.fif_type = 1;
+    window_->open();
+    window_->controls.cboGenre->addItem(u" Po-p(1) "_s);
+    window_->controls.cboGenre->set_ListIndex(window_->controls.cboGenre->findText(u" Po-p(1) "_s));
+    window_->save_as(u"Ann"_s, u"Sea"_s);
+    QVERIFY(window_->disk.exists(folder + u"[Ann][Sea][ Po-p(1) ].mp3"_s));
 }
 
 void TestSaveButton::a_genre_in_the_other_control_fills_in()

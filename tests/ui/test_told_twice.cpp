@@ -2,6 +2,7 @@
 #include "ui_explorer.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QTest>
 
 #include <dirent.h>
@@ -35,6 +36,7 @@ class TestToldTwice : public QObject
 
 private Q_SLOTS:
     void a_file_told_twice_is_listed_once();
+    void a_folder_told_twice_ends_no_fill();
 };
 
 void TestToldTwice::a_file_told_twice_is_listed_once()
@@ -49,6 +51,25 @@ void TestToldTwice::a_file_told_twice_is_listed_once()
     QCOMPARE(panes.names(), (QStringList{u"one.mp3"_s, u"two.mp3"_s}));
     QCOMPARE(shared.folder_mp3_count, i16(2));
     QCOMPARE(panes.messages.take(), QStringList());
+}
+
+void TestToldTwice::a_folder_told_twice_ends_no_fill()
+{
+    ExplorerPanes panes;
+    panes.disk.make_folder(u"C:\\Music\\Old"_s);
+    panes.tree.init_main_tree();
+    panes.click_folder(u"C:\\Music"_s);
+    for (const QString& name : {u"One"_s, u"Two"_s, u"Three"_s})
+        panes.disk.make_folder(u"C:\\Music\\"_s + name);
+    QVERIFY(QDir(QFile::decodeName(panes.disk.native(u"C:\\Music\\Old"_s))).removeRecursively());
+    tells_twice = true;
+    panes.tree.refresh_all();
+    tells_twice = false;
+    QStringList names;
+    for (const auto& child : panes.tree_view.SelectedItem()->children())
+        names.append(child->Text());
+    names.sort();
+    QCOMPARE(names, (QStringList{u"One"_s, u"Three"_s, u"Two"_s}));
 }
 
 QUILMO_UI_TEST(TestToldTwice)
