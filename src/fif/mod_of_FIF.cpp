@@ -128,8 +128,10 @@ void set_fif_fields(TagRecord& tag, const QString& artist, const QString& title,
 
 void Write_fif_tag(const QString& path, const QString& artist, const QString& title, QString& genre)
 {
-    Clear_read_only(path);
     id3().set_FileName(path);
+    // To load a file tells whether it is read-only, so that most need not be asked for it.
+    if (!id3().was_writable())
+        Clear_read_only(path);
     set_fif_fields(id3().tag(), artist, title, genre);
     if (!id3().WriteTag())
         show_message(msg_tag_write_failed);

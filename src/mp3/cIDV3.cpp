@@ -47,6 +47,7 @@ bool cIDV3::load_and_has_tag(const QString& path)
     const bool exists = file.is_open() || shared.fso.FileExists(path);
     file_name_ = exists ? path : QString();
     loaded_ = file.identity();
+    was_writable_ = file.is_writable();
     is_tagged_ = exists && load_file(file);
     return is_tagged_;
 }

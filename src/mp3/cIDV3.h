@@ -45,6 +45,8 @@ public:
     bool load_and_has_tag(const QString& path);
     /// Whether the file could be opened when it was loaded.
     bool was_opened() const { return loaded_.has_value(); }
+    /// Whether it could be opened then and was not read-only.
+    bool was_writable() const { return was_writable_; }
     /// Whether it had a tag then.
     bool is_tagged() const { return is_tagged_; }
 
@@ -95,6 +97,7 @@ private:
 
     QString file_name_;
     std::optional<BinaryFile::Identity> loaded_; ///< the file behind the name; nothing when it could not be opened
+    bool was_writable_ = false;
     bool is_tagged_ = false;
     TagRecord tag_;
     HeaderAnalysis header_;

@@ -60,8 +60,6 @@ struct BitText
 
     /// `length` characters from `position` on, counted from 1; fewer or none where the text ends before.
     BitText mid(int position, int length) const;
-
-    bool operator==(const BitText&) const = default;
 };
 
 /// Four bytes in slots 1 to 4.

@@ -35,6 +35,8 @@ public:
     };
 
     bool is_open() const { return descriptor_ >= 0; }
+    /// Whether it is open and not read-only.
+    bool is_writable() const { return is_writable_; }
     /// Nothing when the file is not open.
     const std::optional<Identity>& identity() const { return identity_; }
     /// Bytes that the file had when it was opened.
@@ -50,6 +52,7 @@ private:
     qint64 write_all(qint64 offset, std::span<const char> bytes) const;
 
     int descriptor_ = -1;
+    bool is_writable_ = false;
     std::optional<Identity> identity_;
     qint64 length_ = 0;
 };
