@@ -509,10 +509,10 @@ void TestSaveButton::a_picked_genre_is_not_cleaned()
     write(u"a.mp3"_s, tagged("Old", "Older"));
     shared.fif_type = 1;
     window_->open();
-    window_->controls.cboGenre->addItem(u" Po-p(1) "_s);
-    window_->controls.cboGenre->set_ListIndex(window_->controls.cboGenre->findText(u" Po-p(1) "_s));
+    window_->controls.cboGenre->addItem(u"  [Pop] "_s);
+    window_->controls.cboGenre->set_ListIndex(window_->controls.cboGenre->findText(u"  [Pop] "_s));
     window_->save_as(u"Ann"_s, u"Sea"_s);
-    QVERIFY(window_->disk.exists(folder + u"[Ann][Sea][ Po-p(1) ].mp3"_s));
+    QVERIFY(window_->disk.exists(folder + u"[Ann][Sea][  [Pop] ].mp3"_s));
 }
 
 void TestSaveButton::a_genre_in_the_other_control_fills_in()
