@@ -1,5 +1,7 @@
 #include "mp3/TagRecord.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr QByteArrayView beginning = "TAG";
@@ -30,11 +32,10 @@ void TagRecord::read(QByteArrayView block)
 
 QByteArray TagRecord::block() const
 {
-    QByteArray block;
-    block.reserve(block_bytes);
-    block += beginning;
+    QByteArray block(block_bytes, Qt::Uninitialized);
+    char* place = std::ranges::copy(beginning, block.data()).out;
     for (const TagField* field : text_fields())
-        block += field->bytes();
-    block += static_cast<char>(genre);
+        place = std::ranges::copy(field->bytes(), place).out;
+    *place = static_cast<char>(genre);
     return block;
 }

@@ -215,12 +215,14 @@ QByteArray text_to_code_page(QStringView text)
 
 QByteArray text_to_field(QStringView text, int width)
 {
-    QByteArray field;
-    encode(text, [&field, width](QByteArrayView character) {
-        if (field.size() + character.size() > width)
+    QByteArray field(width, ' ');
+    char* end = field.data();
+    const char* const edge = end + width;
+    encode(text, [&end, edge](QByteArrayView character) {
+        if (character.size() > edge - end)
             return false;
-        field.append(character);
+        end = std::ranges::copy(character, end).out;
         return true;
     });
-    return field.leftJustified(width, ' ');
+    return field;
 }
