@@ -23,7 +23,7 @@ stopwatch=$programs/quilmo-bench-stopwatch
 results=$PWD/build/bench/results${quick:+-quick}
 mkdir -p "$results"
 # shellcheck disable=SC2034 # peers.sh uses files and folders
-rounds=9 largest=100000 files=10000 folders=50 rows=20000
+rounds=27 largest=100000 files=10000 folders=50 rows=20000
 # shellcheck disable=SC2034
 [[ -z $quick ]] || rounds=1 largest=300 files=200 folders=4 rows=500
 
@@ -48,7 +48,7 @@ run_bench() {
 
 measure_start() {
     local round
-    for ((round = 0; round < 2 * rounds; ++round)); do
+    for ((round = 0; round < rounds; ++round)); do
         # The size of the splash.
         printf 'start/floor\t%s\n' "$("$stopwatch" "$programs/quilmo-bench-first-frame-bare" 480 300)"
         printf 'start/work\t%s\n' "$("$stopwatch" "$programs/quilmo-bench-first-frame")"
@@ -59,7 +59,7 @@ measure_memory() {
     local round
     mkdir "$TMPDIR/rows"
     "$programs/quilmo-bench-corpus" make "$TMPDIR/rows" "$rows" 1 plain
-    for ((round = 0; round < (rounds + 4) / 5; ++round)); do
+    for ((round = 0; round < (rounds + 8) / 9; ++round)); do
         # The size of the main window.
         "$programs/quilmo-bench-memory-at-rest-bare" 996 672 | sed 's|^rest|memory/floor|'
         HOME="$TMPDIR/rows/folder 000" QUILMO_BENCH_FOLDER='Home(H:)' "$programs/quilmo-bench-memory-at-rest" |

@@ -30,7 +30,7 @@ Options take_options(int& argc, char** argv)
     QCommandLineParser parser;
     const QCommandLineOption results(u"results"_s, {}, u"file"_s);
     const QCommandLineOption largest(u"largest"_s, {}, u"files"_s, u"100000"_s);
-    const QCommandLineOption rounds(u"rounds"_s, {}, u"number"_s, u"9"_s);
+    const QCommandLineOption rounds(u"rounds"_s, {}, u"number"_s, u"27"_s);
     parser.addOptions({results, largest, rounds});
     QStringList own = {QString()};
     const auto is_own = [](const char* argument) {
@@ -49,9 +49,16 @@ Options take_options(int& argc, char** argv)
             .rounds = parser.value(rounds).toInt()};
 }
 
+/// A third of the rounds for what takes long.
+int few_rounds(const Options& options)
+{
+    return std::max(1, options.rounds / 3);
+}
+
 void add(const Work& work, const Options& options)
 {
     constexpr int files_a_round = 2000;
+    constexpr int many_files = 10000;
     for (const int size : work.sizes) {
         if (size > options.largest)
             continue;
@@ -62,7 +69,7 @@ void add(const Work& work, const Options& options)
                     ->Unit(benchmark::kMillisecond)
                     ->UseRealTime()
                     ->Iterations(std::max(1, files_a_round / size))
-                    ->Repetitions(options.rounds);
+                    ->Repetitions(size > many_files ? few_rounds(options) : options.rounds);
         }
     }
 }
@@ -72,7 +79,7 @@ void add_player(const char* name, void (*function)(benchmark::State&), const Opt
     benchmark::RegisterBenchmark(name, function)
         ->Unit(benchmark::kMillisecond)
         ->UseRealTime()
-        ->Repetitions(options.rounds);
+        ->Repetitions(few_rounds(options));
 }
 
 void add_copy(const char* name, void (*function)(benchmark::State&))

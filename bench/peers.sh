@@ -69,7 +69,7 @@ can() {
     esac
 }
 
-# measure_peer PEER WORK: three rounds on fresh files, or one where that takes over ten seconds; notes the time of each
+# measure_peer PEER WORK: five rounds on fresh files, or one where that takes over ten seconds; notes the time of each
 # that did the work on every file.
 measure_peer() {
     local peer=$1 work=$2 name=peer/$2/$1 names=plain seconds checked kind corpus=$TMPDIR/peers
@@ -78,7 +78,7 @@ measure_peer() {
         return
     fi
     [[ $work == rename ]] || names=fif
-    for _ in 1 2 3; do
+    for _ in 1 2 3 4 5; do
         mkdir "$corpus"
         "$programs/quilmo-bench-corpus" make "$corpus" "$files" "$folders" "$names"
         sync -f "$corpus"
