@@ -1,3 +1,4 @@
+#include "frame/Splash_Dlg.h"
 #include "platform/controls/faces.h"
 #include "platform/controls/palette.h"
 
@@ -110,6 +111,27 @@ private Q_SLOTS:
             const QRect ink = difference(image, empty);
             QVERIFY2(ink.width() > image.width() / 3 && ink.height() > image.height() / 3, "hardly anything is drawn");
         }
+    }
+
+    void the_splash_is_ready_for_usual_screens()
+    {
+        for (const QString& size : {u"480x300"_s, u"960x600"_s})
+            QVERIFY2(QFile::exists(u":/splash_%1.pixels"_s.arg(size)), qPrintable(size));
+    }
+
+    void the_splash_looks_the_same_however_it_is_drawn_data()
+    {
+        QTest::addColumn<double>("ratio");
+        QTest::newRow("pixels of a usual screen") << 1.0;
+        QTest::newRow("pixels of a fine screen") << 2.0;
+        QTest::newRow("drawn, for any other screen") << 1.5;
+    }
+
+    void the_splash_looks_the_same_however_it_is_drawn()
+    {
+        QFETCH(const double, ratio);
+        const Picture splash = splash_picture();
+        QCOMPARE(drawn(splash, ratio), drawn(svg_picture(u":/splash.svg"_s, splash.size), ratio));
     }
 
     void each_drawing_is_its_own()

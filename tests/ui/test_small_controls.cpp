@@ -761,35 +761,6 @@ private Q_SLOTS:
         QVERIFY(white > 50);
     }
 
-    void splash_looks_the_same_however_it_is_drawn_data()
-    {
-        QTest::addColumn<double>("ratio");
-        QTest::newRow("pixels of a usual screen") << 1.0;
-        QTest::newRow("pixels of a fine screen") << 2.0;
-        QTest::newRow("drawn, for any other screen") << 1.5;
-    }
-
-    void splash_looks_the_same_however_it_is_drawn()
-    {
-        QFETCH(const double, ratio);
-        const Picture splash = splash_picture();
-        const auto drawn = [&](const Picture& picture) {
-            QImage image(splash.size * ratio, QImage::Format_RGB32);
-            image.setDevicePixelRatio(ratio);
-            image.fill(Qt::red);
-            QPainter painter(&image);
-            picture.draw(painter, QRectF(QPointF(), splash.size));
-            return image;
-        };
-        QCOMPARE(drawn(splash), drawn(svg_picture(u":/splash.svg"_s, splash.size)));
-    }
-
-    void splash_is_ready_for_usual_screens()
-    {
-        for (const QString& size : {u"480x300"_s, u"960x600"_s})
-            QVERIFY2(QFile::exists(u":/splash_%1.pixels"_s.arg(size)), qPrintable(size));
-    }
-
     // Look
 
     void look_is_the_same_on_every_desktop()
