@@ -72,19 +72,19 @@ can() {
 # measure_peer PEER WORK: five rounds on fresh files, or one where that takes over ten seconds; notes the time of each
 # that did the work on every file.
 measure_peer() {
-    local peer=$1 work=$2 name=peer/$2/$1 names=plain seconds checked kind corpus=$TMPDIR/peers
+    local peer=$1 work=$2 name=peer/$2/$1 names=plain way seconds checked kind corpus=$TMPDIR/peers
     if ! can "$peer" "$work"; then
         printf '%s/note\tcannot\n' "$name"
         return
     fi
     [[ $work == rename ]] || names=fif
+    way=$(declare -f program_of kid3_of_each_folder "${work}_with")
     for _ in 1 2 3 4 5; do
         mkdir "$corpus"
         "$programs/quilmo-bench-corpus" make "$corpus" "$files" "$folders" "$names"
         sync -f "$corpus"
         # A program that asks where it should not is not waited for for ever.
-        seconds=$(cd "$corpus" && timeout 900 bash -c "$(declare -f program_of kid3_of_each_folder "${work}_with"); ${work}_with $peer" \
-            </dev/null 2>"$TMPDIR/errors") || true
+        seconds=$(cd "$corpus" && timeout 900 bash -c "$way; ${work}_with $peer" </dev/null 2>"$TMPDIR/errors") || true
         if [[ $work == rename ]]; then
             checked=$("$programs/quilmo-bench-corpus" check-names "$corpus")
         else
