@@ -31,7 +31,9 @@ rounds=27 largest=100000 files=10000 folders=50 rows=20000
 TMPDIR=$(mktemp -d "${TMPDIR:-/tmp}/quilmo-bench-XXXXXX")
 export TMPDIR
 memory=$TMPDIR
-[[ ! -w /dev/shm ]] || memory=$(mktemp -d /dev/shm/quilmo-bench-XXXXXX)
+needed=$((2 * 1024 * 1024)) # KiB
+available=$(df --output=avail /dev/shm 2>/dev/null | tail -1) || true
+[[ ! -w /dev/shm ]] || ((${available:-0} < needed)) || memory=$(mktemp -d /dev/shm/quilmo-bench-XXXXXX)
 trap 'rm -rf "$TMPDIR" "$memory"' EXIT
 export HOME=$TMPDIR/home XDG_RUNTIME_DIR=$TMPDIR LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen SDL_AUDIODRIVER=dummy
 export QUILMO_BENCH_FILES=${QUILMO_BENCH_FILES:-${quick:+5}}
@@ -50,8 +52,8 @@ measure_start() {
     local round
     for ((round = 0; round < rounds; ++round)); do
         # The size of the splash.
-        printf 'start/floor\t%s\n' "$("$stopwatch" "$programs/quilmo-bench-first-frame-bare" 480 300)"
-        printf 'start/work\t%s\n' "$("$stopwatch" "$programs/quilmo-bench-first-frame")"
+        note_of start/floor "$programs/quilmo-bench-first-frame-bare" 480 300
+        note_of start/work "$programs/quilmo-bench-first-frame"
     done >>"$part_results"
 }
 
@@ -82,7 +84,7 @@ describe_machine() {
 
 for part in "${parts[@]}"; do
     echo "== $part"
-    part_results=$results/$part
+    part_results=$TMPDIR/results
     : >"$part_results"
     case $part in
     files) run_bench 'classify|write_tags' ;;
@@ -101,6 +103,7 @@ for part in "${parts[@]}"; do
         exit 2
         ;;
     esac
+    mv "$part_results" "$results/$part"
 done
 describe_machine >"$results/machine"
 

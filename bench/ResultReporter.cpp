@@ -13,6 +13,7 @@ void ResultReporter::ReportRuns(const std::vector<Run>& runs)
 {
     ConsoleReporter::ReportRuns(runs);
     for (const Run& run : runs) {
+        failures_ += run.error_occurred ? 1 : 0;
         if (run.run_type == Run::RT_Aggregate || run.error_occurred)
             continue;
         const double seconds = run.real_accumulated_time / static_cast<double>(run.iterations);

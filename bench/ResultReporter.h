@@ -15,6 +15,8 @@ public:
     explicit ResultReporter(const std::string& results);
 
     void ReportRuns(const std::vector<Run>& runs) override;
+    /// How many rounds did not do their work.
+    int failures() const { return failures_; }
     void Finalize() override;
 
 private:
@@ -22,4 +24,5 @@ private:
 
     std::map<std::string, double> best_; ///< seconds
     std::ofstream results_;
+    int failures_ = 0;
 };

@@ -24,7 +24,7 @@ void require(bool done, const char* path)
     }
 }
 
-/// Calls `take` with the path and the kind of each entry of a folder.
+/// Calls `take` with the folder's open listing, and the path and the entry of all that is in it.
 template<typename Take> void for_each_entry(const char* folder, const Take& take)
 {
     DIR* listing = opendir(folder);
@@ -35,7 +35,7 @@ template<typename Take> void for_each_entry(const char* folder, const Take& take
         if (name == "." || name == "..")
             continue;
         path.assign(folder).append("/").append(name);
-        take(path, entry->d_type);
+        take(dirfd(listing), path, *entry);
     }
     closedir(listing);
 }
@@ -44,7 +44,7 @@ template<typename Take> void for_each_entry(const char* folder, const Take& take
 
 TagBytes read_start_and_tag(const char* path)
 {
-    std::array<char, 5050> start{};
+    std::array<char, 512> start{};
     TagBytes tag{};
     struct stat facts = {};
     const int file = open(path, O_RDONLY | O_CLOEXEC);
@@ -74,23 +74,24 @@ void look_for(const char* path)
 
 void list_and_read(const char* folder)
 {
-    for_each_entry(folder, [](const std::string& path, unsigned char type) {
-        if (type == DT_REG) {
-            look_for(path.c_str());
-            read_start_and_tag(path.c_str());
-        }
+    for_each_entry(folder, [](int listing, const std::string& path, const dirent& entry) {
+        if (entry.d_type != DT_REG)
+            return;
+        struct stat facts = {};
+        require(fstatat(listing, entry.d_name, &facts, 0) == 0, path.c_str());
+        read_start_and_tag(path.c_str());
     });
 }
 
 void list_names(const char* folder)
 {
-    for_each_entry(folder, [](const std::string&, unsigned char) {});
+    for_each_entry(folder, [](int, const std::string&, const dirent&) {});
 }
 
 void list_names_below(const char* folder)
 {
-    for_each_entry(folder, [](const std::string& path, unsigned char type) {
-        if (type == DT_DIR)
+    for_each_entry(folder, [](int, const std::string& path, const dirent& entry) {
+        if (entry.d_type == DT_DIR)
             list_names_below(path.c_str());
     });
 }

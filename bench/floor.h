@@ -7,7 +7,7 @@
 
 using TagBytes = std::array<char, 128>;
 
-/// Opens a file, asks its size, reads its start and its last 128 bytes, closes it; gives the latter.
+/// Opens a file, asks its size, reads its first 512 bytes and its last 128, closes it; gives the latter.
 TagBytes read_start_and_tag(const char* path);
 
 /// Opens a file, asks its size, reads its last 128 bytes, closes it; gives them.

@@ -126,6 +126,6 @@ int main(int argc, char** argv)
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
     ResultReporter reporter(options.results);
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    return 0;
+    const std::size_t done = benchmark::RunSpecifiedBenchmarks(&reporter);
+    return done > 0 && reporter.failures() == 0 ? 0 : 1;
 }

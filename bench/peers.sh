@@ -4,14 +4,14 @@
 # shellcheck disable=SC2154,SC2034
 
 companion=$PWD/build/bench/companion/quilmo-fif
-peers=(floor quilmo quilmo-fif quilmo-fif-journal taglib id3ren mp3rename id3 id3tool mp3info)
-slow_peers=(kid3-cli eyeD3 exiftool)
+peers=(floor quilmo quilmo-one-core quilmo-fif quilmo-fif-journal taglib id3ren mp3rename id3 id3tool mp3info)
+slow_peers=(quilmo kid3-cli eyeD3 exiftool)
 
 # The command of a peer's program, empty where the bench has not got it.
 program_of() {
     case $1 in
     floor) echo "$programs/quilmo-bench-bare-calls" ;;
-    quilmo) echo "$programs/quilmo-bench-converter" ;;
+    quilmo | quilmo-one-core) echo "$programs/quilmo-bench-converter" ;;
     quilmo-fif | quilmo-fif-journal) echo "$companion" ;;
     taglib) echo "$programs/quilmo-bench-taglib" ;;
     *) command -v "$1" ;;
@@ -28,6 +28,7 @@ kid3_of_each_folder() {
 rename_with() {
     case $1 in
     floor | quilmo | taglib) "$stopwatch" "$(program_of "$1")" rename "$PWD" ;;
+    quilmo-one-core) "$stopwatch" "$(program_of "$1")" rename "$PWD" 1 ;;
     quilmo-fif) "$stopwatch" "$companion" convert --type 2 --apply --no-journal . ;;
     quilmo-fif-journal) "$stopwatch" "$companion" convert --type 2 --apply . ;;
     id3ren) "$stopwatch" id3ren -nocfg -quiet '-template=[%a][%s].mp3' ./*/*.mp3 ;;
@@ -46,6 +47,7 @@ tag_with() {
     local artist='New Artist'
     case $1 in
     floor | quilmo | taglib) "$stopwatch" "$(program_of "$1")" tag "$PWD" ;;
+    quilmo-one-core) "$stopwatch" "$(program_of "$1")" tag "$PWD" 1 ;;
     quilmo-fif) "$stopwatch" "$companion" tag --artist "$artist" --apply --no-journal . ;;
     quilmo-fif-journal) "$stopwatch" "$companion" tag --artist "$artist" --apply . ;;
     # It asks for a title, and for what is not told to be left out.
@@ -126,9 +128,19 @@ make_plain() {
     sync -f "$TMPDIR/companion"
 }
 
-# time_companion NAME COMMAND...: notes how long it took.
-time_companion() {
-    printf '%s\t%s\n' "$1" "$("$stopwatch" "${@:2}" 2>/dev/null)"
+# note_of NAME COMMAND...: runs the stopwatch on the command and notes what it tells.
+note_of() {
+    local told
+    told=$("$stopwatch" "${@:2}" 2>/dev/null)
+    printf '%s\t%s\n' "$1" "$told"
+}
+
+# all_renamed FOLDER SIZE: whether all files in it bear the names of their tags.
+all_renamed() {
+    local renamed
+    renamed=$("$programs/quilmo-bench-corpus" check-names "$1")
+    [[ $renamed == "$2" ]] || echo "$renamed of $2 files were renamed." >&2
+    [[ $renamed == "$2" ]]
 }
 
 # measure_companion: what the companion takes for few and many files, beside the bare system calls, and its memory.
@@ -138,19 +150,19 @@ measure_companion() {
         ((size <= largest)) || continue
         make_plain "$size"
         for ((round = 0; round < (size > 10000 ? 3 : rounds); ++round)); do
-            time_companion "companion_check/$size/floor" "$programs/quilmo-bench-bare-calls" check "$corpus"
-            time_companion "companion_check/$size/work" "$companion" check "$corpus"
+            note_of "companion_check/$size/floor" "$programs/quilmo-bench-bare-calls" check "$corpus"
+            note_of "companion_check/$size/work" "$companion" check "$corpus"
         done
-        printf 'companion_memory/check/%s\t%s\n' "$size" "$("$stopwatch" --memory "$companion" check "$corpus")"
+        note_of "companion_memory/check/$size" --memory "$companion" check "$corpus"
         for ((round = 0; round < (size > 10000 ? 1 : (rounds + 2) / 3); ++round)); do
             make_plain "$size"
-            time_companion "companion_convert/$size/floor" "$programs/quilmo-bench-bare-calls" convert "$corpus"
+            note_of "companion_convert/$size/floor" "$programs/quilmo-bench-bare-calls" convert "$corpus"
             make_plain "$size"
-            time_companion "companion_convert/$size/work" \
+            note_of "companion_convert/$size/work" \
                 "$companion" convert --type 2 --apply --no-journal "$corpus"
+            all_renamed "$corpus" "$size"
         done
         make_plain "$size"
-        printf 'companion_memory/convert/%s\t%s\n' "$size" \
-            "$("$stopwatch" --memory "$companion" convert --type 2 --apply "$corpus" 2>/dev/null)"
+        note_of "companion_memory/convert/$size" --memory "$companion" convert --type 2 --apply "$corpus"
     done
 }

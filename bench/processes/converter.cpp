@@ -1,8 +1,8 @@
 // The program's own converters without a window, on all files in the folders below FOLDER:
-//   converter rename FOLDER    gives the files the names that their tags make
-//   converter tag FOLDER       brings the tags in line with the FIF names
-// The folders are shared out among as many processes as there are cores. The files go through the final list, as many
-// at a time as it holds.
+//   converter rename FOLDER [PROCESSES]    gives the files the names that their tags make
+//   converter tag FOLDER [PROCESSES]       brings the tags in line with the FIF names
+// The folders are shared out among that many processes, or as many as there are cores. The files go through the final
+// list, as many at a time as it holds.
 
 #include "convert/BatchConversion.h"
 #include "core/mod_of_grobal_var.h"
@@ -70,7 +70,7 @@ void convert_share(const std::vector<QByteArray>& folders, std::size_t share, st
 
 int main(int argc, char** argv)
 {
-    if (argc != 3 || chdir(argv[2]) != 0)
+    if (argc < 3 || argc > 4 || chdir(argv[2]) != 0)
         return 2;
     set_message_box([](const QString& text, int, const QString&) { qFatal("%s", qPrintable(text)); });
     set_drives({{.DriveLetter = u"C"_s,
@@ -84,7 +84,8 @@ int main(int argc, char** argv)
     std::vector<QByteArray> folders;
     if (read_names(".", folders) != 0)
         return 1;
-    const std::size_t processes = std::max(std::thread::hardware_concurrency(), 1U);
+    const std::size_t cores = std::max(std::thread::hardware_concurrency(), 1U);
+    const std::size_t processes = argc == 4 ? QByteArray(argv[3]).toULong() : cores;
     std::vector<pid_t> others;
     for (std::size_t share = 1; share < processes; ++share) {
         const pid_t process = fork();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -127,14 +128,22 @@ QStringList times_table(const Results& results)
     return lines;
 }
 
-/// The exponent of the power of the size that fits the times best; nothing for fewer than two sizes.
-std::optional<double> exponent(const Results& results, const QString& name, const QString& part)
+/// The logarithms of a size and of the time that it takes.
+using Point = std::pair<double, double>;
+
+std::vector<Point> points_of(const Results& results, const QString& name, const QString& part)
 {
-    std::vector<std::pair<double, double>> points;
+    std::vector<Point> points;
     for (const QString& size : results.parts_behind(name)) {
         if (const std::optional<double> time = results.best(name + u'/' + size + part))
             points.emplace_back(std::log(size.toDouble()), std::log(*time));
     }
+    return points;
+}
+
+/// The exponent of the power of the size that fits the times best; nothing for fewer than two sizes.
+std::optional<double> exponent(std::span<const Point> points)
+{
     if (points.size() < 2)
         return std::nullopt;
     double mean_x = 0;
@@ -154,9 +163,9 @@ std::optional<double> exponent(const Results& results, const QString& name, cons
 
 QStringList growth_table(const Results& results)
 {
-    QStringList lines = {
-        row({u"Work"_s, u"Files"_s, u"µs for each"_s, u"Exponent"_s, u"Floor's exponent"_s, u"At most 1.1"_s}),
-        u"|---|---|---|---:|---:|---|"_s};
+    QStringList lines = {row({u"Work"_s, u"Files"_s, u"µs for each"_s, u"Exponent (floor's)"_s,
+                              u"Last step (floor's)"_s, u"At most 1.1"_s}),
+                         u"|---|---|---|---:|---:|---|"_s};
     QStringList names;
     for (const Aim& aim : aims) {
         if (aim.name.contains(u'/'))
@@ -170,9 +179,16 @@ QStringList growth_table(const Results& results)
             sizes.append(size);
             times.append(number(scaled(time, to_microseconds / size.toDouble()), 1));
         }
-        const std::optional<double> growth = exponent(results, name, u"/work"_s);
-        lines += row({u'`' + name + u'`', sizes.join(u", "_s), times.join(u", "_s), number(growth, 2),
-                      number(exponent(results, name, u"/floor"_s), 2), mark(growth, most_growth)});
+        const std::vector<Point> work = points_of(results, name, u"/work"_s);
+        const std::vector<Point> floor = points_of(results, name, u"/floor"_s);
+        const auto cell = [&](std::size_t sizes_from_the_end) {
+            const auto of = [=](std::span<const Point> points) {
+                return number(exponent(points.last(std::min(points.size(), sizes_from_the_end))), 2);
+            };
+            return of(work) + u" ("_s + of(floor) + u')';
+        };
+        lines += row({u'`' + name + u'`', sizes.join(u", "_s), times.join(u", "_s), cell(work.size()), cell(2),
+                      mark(exponent(work), most_growth)});
     }
     return lines;
 }
@@ -231,7 +247,11 @@ QStringList others_table(const Results& results)
         const std::optional<double> time = results.best(work);
         const std::optional<double> base = results.best(floor);
         const auto cell = [](std::optional<double> seconds) {
-            return seconds ? number(scaled(seconds, to_milliseconds), 2) + u" ms"_s : QString();
+            if (!seconds)
+                return QString();
+            const bool is_short = *seconds * to_milliseconds < 0.1;
+            return is_short ? number(*seconds * to_microseconds, 1) + u" µs"_s
+                            : number(*seconds * to_milliseconds, 2) + u" ms"_s;
         };
         lines += row({title, cell(base), cell(time), base && time ? number(ratio(time, base), 2) : QString()});
     };
@@ -240,8 +260,10 @@ QStringList others_table(const Results& results)
         u"open_counted/work"_s + until_ready, u"open_counted/floor"_s);
     add(u"Open one whose header tells its length"_s, u"open_told/work"_s + until_ready, u"open_told/floor"_s);
     add(u"A tick of the player's poll with its labels and knob"_s, u"poll_tick"_s, {});
-    add(u"Copy large files, beside `cp -a` and a sync of each"_s, u"copy_large/work"_s, u"copy_large/floor_synced"_s);
-    add(u"Copy small files, beside `cp -a` and a sync of each"_s, u"copy_small/work"_s, u"copy_small/floor_synced"_s);
+    add(u"Copy 100 files of 4 MB, beside `cp -a` and a sync of each"_s, u"copy_large/work"_s,
+        u"copy_large/floor_synced"_s);
+    add(u"Copy 100 files of 3 KB, beside `cp -a` and a sync of each"_s, u"copy_small/work"_s,
+        u"copy_small/floor_synced"_s);
     return lines;
 }
 

@@ -37,8 +37,7 @@ BinaryFile::BinaryFile(const QString& path, Access access)
     if (descriptor < 0)
         return;
     struct stat status = {};
-    const bool is_file =
-        uninterrupted([&] { return ::fstat(descriptor, &status); }) == 0 && S_ISREG(status.st_mode);
+    const bool is_file = uninterrupted([&] { return ::fstat(descriptor, &status); }) == 0 && S_ISREG(status.st_mode);
     is_writable_ = is_file && (status.st_mode & S_IWUSR) != 0;
     if (!is_file || (access == Access::write && !is_writable_)) {
         ::close(descriptor);
