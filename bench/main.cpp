@@ -30,7 +30,7 @@ Options take_options(int& argc, char** argv)
     QCommandLineParser parser;
     const QCommandLineOption results(u"results"_s, {}, u"file"_s);
     const QCommandLineOption largest(u"largest"_s, {}, u"files"_s, u"100000"_s);
-    const QCommandLineOption rounds(u"rounds"_s, {}, u"number"_s, u"27"_s);
+    const QCommandLineOption rounds(u"rounds"_s, {}, u"number"_s, u"9"_s);
     parser.addOptions({results, largest, rounds});
     QStringList own = {QString()};
     const auto is_own = [](const char* argument) {
