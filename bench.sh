@@ -54,7 +54,7 @@ run_bench() {
 
 measure_start() {
     local round
-    for ((round = 0; round < rounds; ++round)); do
+    for ((round = 0; round < 4 * rounds; ++round)); do
         # The size of the splash.
         note_of start/floor "$programs/quilmo-bench-first-frame-bare" 480 300
         note_of start/work "$programs/quilmo-bench-first-frame"

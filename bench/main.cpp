@@ -57,8 +57,9 @@ int few_rounds(const Options& options)
 
 void add(const Work& work, const Options& options)
 {
-    constexpr int files_a_round = 2000;
-    constexpr int many_files = 10000;
+    // Few files in many turns, as the first turn of a round finds the processor's caches cold.
+    constexpr int files_a_round = 10000;
+    constexpr int many_files = 20000;
     for (const int size : work.sizes) {
         if (size > options.largest)
             continue;
