@@ -57,8 +57,6 @@ int few_rounds(const Options& options)
 
 void add(const Work& work, const Options& options)
 {
-    // Few files in many turns, as the first turn of a round finds the processor's caches cold.
-    constexpr int files_a_round = 10000;
     constexpr int many_files = 20000;
     for (const int size : work.sizes) {
         if (size > options.largest)
@@ -69,7 +67,7 @@ void add(const Work& work, const Options& options)
                 benchmark::RegisterBenchmark((name + part).c_str(), measure, size)
                     ->Unit(benchmark::kMillisecond)
                     ->UseRealTime()
-                    ->Iterations(std::max(1, files_a_round / size))
+                    ->Iterations(std::max(1, work.files_a_round / size))
                     ->Repetitions(size > many_files ? few_rounds(options) : options.rounds);
         }
     }

@@ -136,6 +136,15 @@ void walk_work(benchmark::State& state, int folders)
 
 std::vector<Work> tree_works()
 {
-    return {{.name = "expand", .work = expand_work, .floor = expand_floor, .sizes = {100, 1000, 2000, 10000}},
-            {.name = "walk", .work = walk_work, .floor = walk_floor, .sizes = {100, 1000, 10000, 100000}}};
+    constexpr int folders_a_round = 2000; // each turn needs a fresh window
+    return {{.name = "expand",
+             .work = expand_work,
+             .floor = expand_floor,
+             .sizes = {100, 1000, 2000, 10000},
+             .files_a_round = folders_a_round},
+            {.name = "walk",
+             .work = walk_work,
+             .floor = walk_floor,
+             .sizes = {100, 1000, 10000, 100000},
+             .files_a_round = folders_a_round}};
 }

@@ -14,6 +14,8 @@ struct Work
     Measure work = nullptr;
     Measure floor = nullptr;  ///< the bare system calls of the same work; left out where it has none
     std::vector<int> sizes{}; ///< how many files
+    /// Few files get many turns in a round, as the first turn finds the processor's caches cold.
+    int files_a_round = 10000;
 };
 
 /// What a file is, and its tag.
