@@ -84,8 +84,8 @@ int main(int argc, char** argv)
     std::vector<QByteArray> folders;
     if (read_names(".", folders) != 0)
         return 1;
-    const std::size_t cores = std::max(std::thread::hardware_concurrency(), 1U);
-    const std::size_t processes = argc == 4 ? QByteArray(argv[3]).toULong() : cores;
+    const std::size_t wanted = argc == 4 ? QByteArray(argv[3]).toUInt() : std::thread::hardware_concurrency();
+    const std::size_t processes = std::max<std::size_t>(wanted, 1);
     std::vector<pid_t> others;
     for (std::size_t share = 1; share < processes; ++share) {
         const pid_t process = fork();

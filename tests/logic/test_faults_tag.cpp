@@ -93,6 +93,7 @@ class TestFaultsTag : public QObject
 private Q_SLOTS:
     void a_tag_is_the_old_or_the_new_one_data();
     void a_tag_is_the_old_or_the_new_one();
+    void a_read_only_file_that_fails_to_load_is_made_writable();
     void a_failed_transfer_leaves_file_number_1_open_data();
     void a_failed_transfer_leaves_file_number_1_open();
     void a_disk_gone_in_the_middle_of_a_tag_spoils_nothing_else();
@@ -181,6 +182,24 @@ void TestFaultsTag::a_tag_is_the_old_or_the_new_one()
             QVERIFY2(nth < 100, where.constData());
         }
     }
+}
+
+void TestFaultsTag::a_read_only_file_that_fails_to_load_is_made_writable()
+{
+    const TestDisk disk;
+    const QByteArray content = sample_audio() + sample_tag({.title = "Old title"});
+    disk.write(path, content);
+    const QByteArray native = disk.native(path);
+    ::chmod(native.constData(), S_IRUSR);
+    bool is_written = true;
+    const QByteArray failed_call = with_fault({disk.root()}, 1, {.name = "input/output error", .error = EIO},
+                                              [&] { is_written = write_fif_tag(); });
+    QVERIFY2(failed_call.startsWith("open"), failed_call.constData());
+    QVERIFY(!is_written); // its other fields are unknown
+    QCOMPARE(disk.read(path), content);
+    struct stat status = {};
+    QCOMPARE(::stat(native.constData(), &status), 0);
+    QVERIFY((status.st_mode & S_IWUSR) != 0);
 }
 
 void TestFaultsTag::a_failed_transfer_leaves_file_number_1_open_data()
